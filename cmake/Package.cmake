@@ -1,0 +1,1 @@
+# What lands on a machine: libraries, headers, find_package and pkg-config files.

@@ -1,0 +1,5 @@
+// The objects that exist from load on. One file owns them, so that they are constructed in this order wherever the
+// linker puts the others.
+#include "gui/widget.h"
+
+WidgetType wType;

@@ -1,0 +1,8 @@
+// Everything that a program for the router may call. Include this header, link -lOstrel.
+#ifndef OSTREL_H
+#define OSTREL_H
+
+#include "gui/display.h"
+#include "gui/widget.h"
+
+#endif
