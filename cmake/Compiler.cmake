@@ -12,3 +12,7 @@ if(OSTREL_SANITIZE)
   add_compile_options(-fsanitize=${OSTREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${OSTREL_SANITIZE})
 endif()
+
+# For the shared libraries: what the standard library's templates leave behind in them is not theirs to export.
+add_library(ostrel_exports INTERFACE)
+target_link_options(ostrel_exports INTERFACE -Wl,--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)

@@ -2,7 +2,7 @@
 add_library(Ostrel SHARED)
 add_library(Ostrel::Ostrel ALIAS Ostrel)
 set_target_properties(Ostrel PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 0)
-target_link_libraries(Ostrel PUBLIC Ostrel::Gui PRIVATE ostrel_options)
+target_link_libraries(Ostrel PUBLIC Ostrel::Gui PRIVATE ostrel_options ostrel_exports)
 target_include_directories(Ostrel INTERFACE
   $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include> $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}>
   $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/ostrel>)
