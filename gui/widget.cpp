@@ -2,6 +2,28 @@
 
 #include "util/bounded_copy.h"
 
+// Widget has a virtual table, so the standard leaves offsetof to the compiler; both of ours define it.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+namespace {
+
+// The members' places on the router, whose pointers have 4 bytes, are part of the binary interface.
+constexpr bool onRouter = sizeof(void*) == 4;
+static_assert(!onRouter || offsetof(Widget, callback) == 4, "binary interface");
+static_assert(!onRouter || offsetof(Widget, flagA) == 8, "binary interface");
+static_assert(!onRouter || offsetof(Widget, flagB) == 9, "binary interface");
+static_assert(!onRouter || offsetof(Widget, group) == 12, "binary interface");
+static_assert(!onRouter || offsetof(Widget, next) == 16, "binary interface");
+static_assert(!onRouter || offsetof(Widget, prev) == 20, "binary interface");
+static_assert(!onRouter || offsetof(Widget, record) == 24, "binary interface");
+static_assert(!onRouter || offsetof(Widget, touchArea) == 412, "binary interface");
+static_assert(!onRouter || offsetof(Widget, keyboardFlag) == 428, "binary interface");
+static_assert(!onRouter || offsetof(Widget, keyboardTarget) == 432, "binary interface");
+static_assert(!onRouter || sizeof(Widget) == 436, "binary interface");
+
+} // namespace
+#pragma GCC diagnostic pop
+
 WidgetType::WidgetType()
     : kind8(8), kind0(0), kind1(1), kind2(2), kind3(3), kind4(4), kind5(5), kind6(6), kind7(7), kind9(9) {}
 
@@ -137,5 +159,6 @@ int Widget::checkTouch(int x, int y) {
 }
 
 void Widget::useKeyboard(bool, char* key) {
-    ostrel::copyText(keyboardTarget, SIZE_MAX, key); // the program owns the buffer and knows its size
+    if (keyboardTarget != nullptr)
+        ostrel::copyText(keyboardTarget, SIZE_MAX, key); // the program owns the buffer and knows its size
 }

@@ -27,7 +27,7 @@ extern OSTREL_API WidgetType wType;
 
 // An element of a page. The program creates widgets, usually in static storage (whose zeros are the right start for
 // what a constructor leaves alone), links them by `next` and `prev`, and owns them. A widget owns nothing itself.
-// Texts are copied and cut at 79 characters. Not for use from several threads.
+// Texts are copied and cut at 79 characters; a null text is an empty one. Not for use from several threads.
 class OSTREL_API Widget {
   public:
     // Leaves every field as storage holds it.
@@ -86,8 +86,8 @@ class OSTREL_API Widget {
     // An exclusive choice clears the others of its group in its list. The callback may draw another page.
     int checkTouch(int x, int y);
 
-    // Copies the settings key `key` into the buffer that keyboardTarget points to, which must be large enough. The
-    // first argument is accepted and ignored.
+    // Copies the settings key `key` into the buffer that keyboardTarget points to, which must be large enough; a
+    // null key gives an empty text. Without a buffer (null) nothing happens. The first argument is ignored.
     void useKeyboard(bool, char* key);
     void useKeyboard(bool ignored, const char* key) { useKeyboard(ignored, const_cast<char*>(key)); }
 

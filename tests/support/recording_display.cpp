@@ -54,6 +54,11 @@ std::string quoted(const wchar_t* text) {
     return '"' + narrow(text) + '"';
 }
 
+// Wraps: blank widgets hold any numbers.
+int sum(int a, int b) {
+    return static_cast<int>(static_cast<unsigned>(a) + static_cast<unsigned>(b));
+}
+
 std::string described(const WidgetRecord& element) {
     std::ostringstream text;
     text << "type " << element.type << " at " << element.x << ',' << element.y << ' ' << element.width << 'x'
@@ -122,7 +127,7 @@ TouchArea getTouchArea(WidgetRecord element) {
     record("getTouchArea", described(element));
     if (display().touchArea)
         return display().touchArea(element);
-    return {element.x, element.x + element.width, element.y, element.y + element.height};
+    return {element.x, sum(element.x, element.width), element.y, sum(element.y, element.height)};
 }
 
 void setShowPasswords(bool show) {
