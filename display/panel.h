@@ -5,6 +5,7 @@
 #define OSTREL_DISPLAY_PANEL_H
 
 #include "display/canvas.h"
+#include "display/power.h"
 
 namespace ostrel {
 
@@ -18,6 +19,12 @@ void flush(const Rect& area);
 // The colour of the last lcd_clear, 0 at first: what erasing paints.
 uint16_t background();
 void setBackground(uint16_t colour);
+
+// Lights or darkens the panel. What is drawn while it is dark is there when it lights.
+void setPower(Power power);
+
+// Closes the panel and opens it anew, as a fresh program would. For tests.
+void reopenPanel();
 
 // Colours come as any int; the low 16 bits count.
 constexpr uint16_t colourOf(int colour) {
