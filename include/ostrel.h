@@ -4,5 +4,8 @@
 
 #include "gui/display.h"
 #include "gui/widget.h"
+#include "settings/memory.h"
+#include "settings/nvram.h"
+#include "settings/persistence.h"
 
 #endif

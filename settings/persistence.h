@@ -1,0 +1,44 @@
+// Persistence: a program's files that survive a reboot, on the router's flash partition.
+//
+// The partition is mounted at /data for the moment of each operation only and unmounted again, also when the copying
+// failed. Work is done by shell commands, at most 199 bytes long: a longer one is cut there, so keep the sum of the
+// names below 150. The shell sees the names as they are: they must not be null, and must not contain blanks or
+// characters that it acts on, such as quotes, $, ;, & and *. No operation reports a failure: look for the copied file
+// where it matters. Operations must not run at the same time, in one program or in two: one would unmount the other's
+// partition.
+#ifndef OSTREL_SETTINGS_PERSISTENCE_H
+#define OSTREL_SETTINGS_PERSISTENCE_H
+
+#include "util/api.h"
+
+// Bytes of Persistence::path, its terminator included.
+enum : int { PERSISTENCE_PATH_LENGTH = 150 };
+
+class OSTREL_API Persistence {
+  public:
+    // The directory's name is made of both texts, the second one first: "/apps/<second>-<first>", cut at 149 bytes. The
+    // directory is created if it does not exist.
+    Persistence(char* first, char* second);
+    Persistence(const char* first, const char* second)
+        : Persistence(const_cast<char*>(first), const_cast<char*>(second)) {}
+    ~Persistence();
+
+    // Copies the file at `source` into the directory as `name`, in place of an earlier one.
+    void persist(char* source, char* name);
+    void persist(const char* source, const char* name) { persist(const_cast<char*>(source), const_cast<char*>(name)); }
+
+    // Deletes `name` from the directory.
+    void depersist(char* name);
+    void depersist(const char* name) { depersist(const_cast<char*>(name)); }
+
+    // Copies `name` from the directory to `destination`, a path of the router.
+    void copyFile(char* name, char* destination);
+    void copyFile(const char* name, const char* destination) {
+        copyFile(const_cast<char*>(name), const_cast<char*>(destination));
+    }
+
+    // The directory, relative to where the partition is mounted.
+    char path[PERSISTENCE_PATH_LENGTH];
+};
+
+#endif
