@@ -1,5 +1,7 @@
 // The objects that exist from load on. One file owns them, so that they are constructed in this order wherever the
 // linker puts the others.
+#include "gui/modal.h"
 #include "gui/widget.h"
 
 WidgetType wType;
+ImagePNG modalImages;

@@ -3,6 +3,7 @@
 #define OSTREL_H
 
 #include "gui/display.h"
+#include "gui/modal.h"
 #include "gui/widget.h"
 #include "settings/memory.h"
 #include "settings/nvram.h"
