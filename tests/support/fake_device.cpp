@@ -4,7 +4,6 @@
 #include "util/api.h"
 
 #include <cerrno>
-#include <cstdarg>
 #include <cstdint>
 #include <cstring>
 #include <fcntl.h>
@@ -93,43 +92,33 @@ int ioctlAny(int descriptor, unsigned long request, void* argument) {
 
 } // namespace
 
-// The programs and the library under test may have been compiled for either size of file offsets and of time.
+// The functions of the operating system, under either name that a size of file offsets or of time gives them. Their
+// one optional argument travels like a declared one; without O_CREAT it is not looked at.
 
-extern "C" OSTREL_API int open(const char* path, int flags, ...) {
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
-    va_end(arguments);
+extern "C" OSTREL_API int openTaken(const char* path, int flags, mode_t mode) __asm__("open");
+extern "C" int openTaken(const char* path, int flags, mode_t mode) {
     return openAny(path, flags, mode);
 }
 
-extern "C" OSTREL_API int open64(const char* path, int flags, ...) {
-    va_list arguments;
-    va_start(arguments, flags);
-    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
-    va_end(arguments);
+extern "C" OSTREL_API int open64Taken(const char* path, int flags, mode_t mode) __asm__("open64");
+extern "C" int open64Taken(const char* path, int flags, mode_t mode) {
     return openAny(path, flags | __O_LARGEFILE, mode);
 }
 
-extern "C" OSTREL_API int ioctl(int descriptor, unsigned long request, ...) noexcept {
-    va_list arguments;
-    va_start(arguments, request);
-    void* const argument = va_arg(arguments, void*);
-    va_end(arguments);
+extern "C" OSTREL_API int ioctlTaken(int descriptor, unsigned long request, void* argument) __asm__("ioctl");
+extern "C" int ioctlTaken(int descriptor, unsigned long request, void* argument) {
     return ioctlAny(descriptor, request, argument);
 }
 
-extern "C" OSTREL_API int __ioctl_time64(int descriptor, unsigned long request, ...) noexcept;
-extern "C" int __ioctl_time64(int descriptor, unsigned long request, ...) noexcept {
-    va_list arguments;
-    va_start(arguments, request);
-    void* const argument = va_arg(arguments, void*);
-    va_end(arguments);
+extern "C" OSTREL_API int
+ioctlTime64Taken(int descriptor, unsigned long request, void* argument) __asm__("__ioctl_time64");
+extern "C" int ioctlTime64Taken(int descriptor, unsigned long request, void* argument) {
     return ioctlAny(descriptor, request, argument);
 }
 
 // A close that fails, fails as on Linux: the descriptor is gone all the same.
-extern "C" OSTREL_API int close(int descriptor) {
+extern "C" OSTREL_API int closeTaken(int descriptor) __asm__("close");
+extern "C" int closeTaken(int descriptor) {
     if (deviceOf(descriptor) == nullptr)
         return static_cast<int>(syscall(SYS_close, descriptor));
     const bool fails = callLog().nextCallFails();

@@ -23,12 +23,14 @@ void pretendSleep(const char* function, unsigned length, uint64_t us) {
 
 } // namespace
 
-extern "C" OSTREL_API unsigned sleep(unsigned seconds) {
+extern "C" OSTREL_API unsigned sleepTaken(unsigned seconds) __asm__("sleep");
+extern "C" unsigned sleepTaken(unsigned seconds) {
     pretendSleep("sleep", seconds, uint64_t{seconds} * 1000000);
     return 0;
 }
 
-extern "C" OSTREL_API int usleep(useconds_t us) {
+extern "C" OSTREL_API int usleepTaken(useconds_t us) __asm__("usleep");
+extern "C" int usleepTaken(useconds_t us) {
     pretendSleep("usleep", us, us);
     return 0;
 }

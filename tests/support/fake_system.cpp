@@ -28,7 +28,8 @@ Function* realFunction(const char* name) {
 
 } // namespace
 
-extern "C" OSTREL_API int system(const char* command) {
+extern "C" OSTREL_API int systemTaken(const char* command) __asm__("system");
+extern "C" int systemTaken(const char* command) {
     const bool fails = callLog().nextCallFails();
     callLog().add("system(" + quotedBytes(command) + ")");
     if (fails)
@@ -37,7 +38,8 @@ extern "C" OSTREL_API int system(const char* command) {
     return status << 8; // as wait encodes an exit status
 }
 
-extern "C" OSTREL_API DIR* opendir(const char* path) {
+extern "C" OSTREL_API DIR* opendirTaken(const char* path) __asm__("opendir");
+extern "C" DIR* opendirTaken(const char* path) {
     FakeSystem& system = fakeSystem();
     if (!isOnPartition(path))
         return realFunction<DIR*(const char*)>("opendir")(path);
@@ -54,7 +56,8 @@ extern "C" OSTREL_API DIR* opendir(const char* path) {
     return static_cast<DIR*>(handle);
 }
 
-extern "C" OSTREL_API int closedir(DIR* directory) {
+extern "C" OSTREL_API int closedirTaken(DIR* directory) __asm__("closedir");
+extern "C" int closedirTaken(DIR* directory) {
     FakeSystem& system = fakeSystem();
     const auto found = system.openDirectories.find(directory);
     if (found == system.openDirectories.end())
