@@ -3,8 +3,6 @@
 #include "display/pixel_format.h"
 
 #include <cerrno>
-#include <cstdarg>
-#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <linux/fb.h>
@@ -17,14 +15,6 @@ namespace ostrel {
 namespace {
 
 constexpr size_t FILE_BYTES = static_cast<size_t>(PANEL_WIDTH) * PANEL_HEIGHT * sizeof(uint16_t);
-
-__attribute__((format(printf, 2, 3))) bool refuse(Reason& why, const char* format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    vsnprintf(why.text, sizeof why.text, format, arguments);
-    va_end(arguments);
-    return false;
-}
 
 bool isChannel(const fb_bitfield& channel, uint32_t offset, uint32_t length) {
     return channel.offset == offset && channel.length == length && channel.msb_right == 0;

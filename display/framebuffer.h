@@ -4,6 +4,7 @@
 #define OSTREL_DISPLAY_FRAMEBUFFER_H
 
 #include "display/canvas.h"
+#include "display/reason.h"
 
 namespace ostrel {
 
@@ -16,11 +17,6 @@ struct Framebuffer {
     int device = -1; // to be asked for power; -1 for a file
     void* mapping = nullptr;
     size_t mappedBytes = 0;
-};
-
-// Why a framebuffer could not be used, in words.
-struct Reason {
-    char text[160] = "";
 };
 
 // Opens and maps the framebuffer at `path`. False leaves `opened` alone and says why.
