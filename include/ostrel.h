@@ -11,5 +11,6 @@
 #include "settings/memory.h"
 #include "settings/nvram.h"
 #include "settings/persistence.h"
+#include "util/utf8.h"
 
 #endif
