@@ -11,6 +11,7 @@
 #include "settings/memory.h"
 #include "settings/nvram.h"
 #include "settings/persistence.h"
+#include "util/number.h"
 #include "util/utf8.h"
 
 #endif
