@@ -13,5 +13,6 @@
 #include "settings/persistence.h"
 #include "util/number.h"
 #include "util/utf8.h"
+#include "util/wide_format.h"
 
 #endif
