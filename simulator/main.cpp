@@ -1,0 +1,26 @@
+#include "simulator/failure.h"
+#include "simulator/options.h"
+#include "simulator/simulator.h"
+
+#include <exception>
+#include <iostream>
+
+int main(int argc, char** argv) {
+    using namespace ostrel;
+    try {
+        const Options options = parseOptions({argv + 1, argv + argc});
+        if (options.help)
+            std::cout << helpText();
+        else if (options.version)
+            std::cout << "ostrel-sim " OSTREL_VERSION "\n";
+        else
+            return simulate(options);
+        return 0;
+    } catch (const Failure& failure) {
+        say(failure.what());
+        return failure.status;
+    } catch (const std::exception& error) {
+        say(std::string("cannot go on: ") + error.what());
+        return exit_status::SIMULATOR_FAILED;
+    }
+}

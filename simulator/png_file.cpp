@@ -1,0 +1,35 @@
+#include "simulator/png_file.h"
+
+#include "simulator/failure.h"
+
+#include <cstdio>
+#include <png.h>
+
+namespace ostrel {
+
+void writePng(const std::string& path, const Picture& picture) {
+    std::vector<unsigned char> bytes;
+    bytes.reserve(PANEL_PIXELS * 3);
+    for (const uint16_t pixel : picture) {
+        const uint32_t colour = toRgb888(pixel);
+        for (const int shift : {16, 8, 0})
+            bytes.push_back(static_cast<unsigned char>(colour >> shift & 0xFFU));
+    }
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = PANEL_WIDTH;
+    image.height = PANEL_HEIGHT;
+    image.format = PNG_FORMAT_RGB;
+    const std::string unfinished = path + ".part";
+    errno = 0;
+    if (png_image_write_to_file(&image, unfinished.c_str(), 0, bytes.data(), 0, nullptr) == 0) {
+        const int reason = errno;
+        remove(unfinished.c_str());
+        throw reason != 0 ? systemFailure("cannot write " + path, reason)
+                          : Failure("cannot write " + path + ": " + std::string(image.message));
+    }
+    if (rename(unfinished.c_str(), path.c_str()) != 0)
+        throw systemFailure("cannot write " + path);
+}
+
+} // namespace ostrel

@@ -1,0 +1,33 @@
+// Touch scripts: one command a line, "#" begins a comment.
+#ifndef OSTREL_SIMULATOR_SCRIPT_H
+#define OSTREL_SIMULATOR_SCRIPT_H
+
+#include <string>
+#include <vector>
+
+namespace ostrel {
+
+enum class Action { Tap, Press, Move, Release, Wait, Shot, Quit };
+
+struct Command {
+    int line = 0;
+    Action action = Action::Quit;
+    int numbers[2] = {}; // x and y, or milliseconds
+    std::string text;    // a file's name
+    std::string source;  // the command as it was written
+};
+
+struct Script {
+    std::string name; // for messages
+    std::vector<Command> commands;
+};
+
+// Throws Failure naming the line: "tour.touch:12: ...".
+Script parseScript(const std::string& name, const std::string& text);
+
+// Reads `file`; "-" is standard input.
+Script readScript(const std::string& file);
+
+} // namespace ostrel
+
+#endif

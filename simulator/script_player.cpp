@@ -1,0 +1,131 @@
+#include "simulator/script_player.h"
+
+#include "simulator/clock.h"
+#include "simulator/failure.h"
+#include "simulator/png_file.h"
+
+#include <sstream>
+#include <utility>
+
+namespace ostrel {
+
+ScriptPlayer::ScriptPlayer(Script script, EventLoop& loop, TouchStream& stream, Panel& panel)
+    : script(std::move(script)), loop(loop), stream(stream), panel(panel) {}
+
+ScriptPlayer::~ScriptPlayer() {
+    loop.cancel(timer);
+}
+
+void ScriptPlayer::play(double playSpeed, int commandPatienceMs, Finished whenFinished) {
+    speed = playSpeed;
+    patienceMs = commandPatienceMs;
+    finished = std::move(whenFinished);
+    playNext();
+}
+
+void ScriptPlayer::playNext() {
+    impatientAtMs = nowMs() + patienceMs;
+    if (index < script.commands.size())
+        playCommand(script.commands[index]);
+    else // the last touch is for the program to deal with, before it is ended
+        whenAsked([this] { finish(""); });
+}
+
+void ScriptPlayer::playCommand(const Command& command) {
+    const int x = command.numbers[0];
+    const int y = command.numbers[1];
+    switch (command.action) {
+    case Action::Tap:
+        whenAsked([=] {
+            stream.press(x, y);
+            whenAsked([this] {
+                stream.release();
+                advance();
+            });
+        });
+        break;
+    case Action::Press:
+        whenAsked([=] {
+            stream.press(x, y);
+            advance();
+        });
+        break;
+    case Action::Move:
+        whenAsked([=] {
+            stream.move(x, y);
+            advance();
+        });
+        break;
+    case Action::Release:
+        whenAsked([this] {
+            stream.release();
+            advance();
+        });
+        break;
+    case Action::Wait:
+        timer = loop.after(static_cast<int64_t>(command.numbers[0] / speed), [this] { advance(); });
+        break;
+    case Action::Shot:
+        if (index > 0 && script.commands[index - 1].action == Action::Wait)
+            takePicture(command);
+        else
+            whenAsked([this, &command] { takePicture(command); });
+        break;
+    case Action::Quit:
+        finish("");
+        break;
+    }
+}
+
+void ScriptPlayer::whenAsked(const Step& step) {
+    constexpr int64_t LOOK_EVERY_MS = 1;
+    if (stream.isAwaited())
+        step();
+    else if (nowMs() >= impatientAtMs) {
+        std::ostringstream seconds;
+        seconds << patienceMs / 1000.0;
+        fail("the program has not asked for the pen for " + seconds.str() + " s");
+    } else
+        timer = loop.after(LOOK_EVERY_MS, [this, step] { whenAsked(step); });
+}
+
+void ScriptPlayer::takePicture(const Command& command) {
+    try {
+        panel.look();
+        writePng(command.text, panel.picture());
+    } catch (const Failure& failure) {
+        fail(failure.what());
+        return;
+    }
+    advance();
+}
+
+// Through the loop, so that a long script does not nest and what the program does meanwhile is seen.
+void ScriptPlayer::advance() {
+    ++index;
+    timer = loop.after(0, [this] { playNext(); });
+}
+
+void ScriptPlayer::fail(const std::string& reason) {
+    const bool atEnd = index >= script.commands.size();
+    const std::string where = atEnd ? "at the end" : std::to_string(script.commands[index].line);
+    finish(script.name + ":" + where + ": " + reason);
+}
+
+void ScriptPlayer::finish(const std::string& failure) {
+    loop.cancel(timer);
+    if (finished)
+        std::exchange(finished, nullptr)(failure);
+}
+
+std::string ScriptPlayer::programEnded(const std::string& ending) {
+    loop.cancel(timer);
+    finished = nullptr;
+    if (index >= script.commands.size() || script.commands[index].action == Action::Quit)
+        return "";
+    const Command& command = script.commands[index];
+    return script.name + ":" + std::to_string(command.line) + ": " + ending + " before '" + command.source +
+           "' was done";
+}
+
+} // namespace ostrel

@@ -1,0 +1,60 @@
+// Plays a touch script on the panel. A stroke is sent when the program asks for the pen, not by the clock, so that slow
+// machines play the same story. `wait` is by the clock; a picture taken right after a touch is taken when the program
+// has dealt with it and asks again, one taken after `wait` is taken there and then.
+#ifndef OSTREL_SIMULATOR_SCRIPT_PLAYER_H
+#define OSTREL_SIMULATOR_SCRIPT_PLAYER_H
+
+#include "simulator/event_loop.h"
+#include "simulator/panel.h"
+#include "simulator/script.h"
+#include "simulator/touch_stream.h"
+
+#include <functional>
+#include <string>
+
+namespace ostrel {
+
+class ScriptPlayer {
+  public:
+    // What ended the play; empty: the script was played to its end.
+    using Finished = std::function<void(const std::string& failure)>;
+
+    ScriptPlayer(Script script, EventLoop& loop, TouchStream& stream, Panel& panel);
+    ~ScriptPlayer();
+    ScriptPlayer(const ScriptPlayer&) = delete;
+    ScriptPlayer& operator=(const ScriptPlayer&) = delete;
+
+    // Waits are divided by `speed`; a command for which the program does not get ready within `patienceMs` fails.
+    // `finished` is called once, last, from the loop.
+    void play(double speed, int patienceMs, Finished finished);
+
+    // The program has ended, in the words of `ending`. Returns why that fails the script; empty when nothing was left
+    // to do.
+    std::string programEnded(const std::string& ending);
+
+  private:
+    using Step = std::function<void()>;
+
+    void playNext();
+    void playCommand(const Command& command);
+    void whenAsked(const Step& step);
+    void takePicture(const Command& command);
+    void advance();
+    void fail(const std::string& reason);
+    void finish(const std::string& failure);
+
+    Script script;
+    EventLoop& loop;
+    TouchStream& stream;
+    Panel& panel;
+    double speed = 1.0;
+    int patienceMs = 0;
+    Finished finished;
+    size_t index = 0;
+    EventLoop::Timer timer = 0;
+    int64_t impatientAtMs = 0;
+};
+
+} // namespace ostrel
+
+#endif

@@ -1,0 +1,142 @@
+#include "simulator/simulator.h"
+
+#include "simulator/elf.h"
+#include "simulator/event_loop.h"
+#include "simulator/failure.h"
+#include "simulator/log.h"
+#include "simulator/panel.h"
+#include "simulator/paths.h"
+#include "simulator/program.h"
+#include "simulator/sandbox.h"
+#include "simulator/script_player.h"
+#include "simulator/state.h"
+#include "simulator/state_directory.h"
+#include "simulator/touch_stream.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <memory>
+#include <poll.h>
+#include <sys/signalfd.h>
+
+namespace ostrel {
+namespace {
+
+std::string stateDirectoryFor(const Options& options, const std::string& program) {
+    return options.state.empty() ? defaultStateDirectory(std::filesystem::path(program).filename().string())
+                                 : options.state;
+}
+
+std::unique_ptr<ScriptPlayer> playerFor(const Options& options, EventLoop& loop, TouchStream& stream, Panel& panel) {
+    if (options.script.empty())
+        return nullptr;
+    return std::make_unique<ScriptPlayer>(readScript(options.script), loop, stream, panel);
+}
+
+class Simulator {
+  public:
+    Simulator(const Options& options, const std::string& path)
+        : options(options), path(path), directory(stateDirectoryFor(options, path), options.fresh),
+          log(directory.file(state::LOG), loop), panel(directory.file(state::FRAMEBUFFER), directory.page()),
+          stream(directory.file(state::TOUCH), programKind(path).bits, loop, directory.page()),
+          player(playerFor(options, loop, stream, panel)), program(loop) {}
+
+    int run() {
+        watchSignals();
+        if (options.verbose)
+            log.show();
+        startProgram();
+        if (player)
+            player->play(options.speed, options.patienceMs, [this](const std::string& failure) { endPlay(failure); });
+        loop.run();
+        log.copyRest();
+        return exitStatus;
+    }
+
+  private:
+    void startProgram() {
+        std::vector<std::string> words = options.program;
+        words.front() = path;
+        setenv(variable::STATE, directory.path().c_str(), 1);
+        setenv(variable::SPEED, std::to_string(options.speed).c_str(), 1);
+        std::error_code error;
+        View view;
+        view.topLevel = listTopLevel();
+        view.state = directory.path();
+        view.callerDirectory = std::filesystem::current_path(error).string();
+        view.assets = assetsDirectory();
+        view.support = supportDirectory();
+        view.asRoot = geteuid() == 0;
+        log.write("program " + path);
+        program.start(sandboxArguments(view), words, [this](const Ending& ending) { endRun(ending); });
+    }
+
+    void endRun(const Ending& ending) {
+        loop.stop();
+        log.write("end " + ending.sentence);
+        if (endingIt) // the simulator's own doing
+            return;
+        exitStatus = ending.status;
+        if (ending.status != 0)
+            say(ending.sentence);
+        const std::string failure = player ? player->programEnded(ending.sentence) : "";
+        if (failure.empty())
+            return;
+        say(failure);
+        if (exitStatus == 0)
+            exitStatus = exit_status::SCRIPT_FAILED;
+    }
+
+    void endPlay(const std::string& failure) {
+        if (!failure.empty())
+            say(failure);
+        endProgram(failure.empty() ? 0 : exit_status::SCRIPT_FAILED);
+    }
+
+    void endProgram(int status) {
+        endingIt = true;
+        exitStatus = status;
+        program.terminate();
+    }
+
+    void watchSignals() {
+        sigset_t ends;
+        sigemptyset(&ends);
+        for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+            sigaddset(&ends, signal);
+        sigprocmask(SIG_BLOCK, &ends, nullptr);
+        signals = Descriptor(signalfd(-1, &ends, SFD_CLOEXEC | SFD_NONBLOCK));
+        loop.watch(signals.get(), POLLIN, [this](short /*events*/) {
+            signalfd_siginfo information = {};
+            if (read(signals.get(), &information, sizeof information) == sizeof information)
+                endProgram(exit_status::SIGNAL_BASE + static_cast<int>(information.ssi_signo));
+        });
+    }
+
+    const Options& options;
+    std::string path;
+    EventLoop loop;
+    StateDirectory directory;
+    Log log;
+    Panel panel;
+    TouchStream stream;
+    std::unique_ptr<ScriptPlayer> player;
+    Program program;
+    Descriptor signals;
+    bool endingIt = false;
+    int exitStatus = 0;
+};
+
+} // namespace
+
+void say(const std::string& sentence) {
+    std::cerr << "ostrel-sim: " + sentence + "\n";
+}
+
+int simulate(const Options& options) {
+    return Simulator(options, resolveProgram(options.program.front())).run();
+}
+
+} // namespace ostrel

@@ -1,0 +1,65 @@
+// The pen as a stream of input events, as a touch screen's driver writes it.
+#ifndef OSTREL_SIMULATOR_TOUCH_STREAM_H
+#define OSTREL_SIMULATOR_TOUCH_STREAM_H
+
+#include "simulator/descriptor.h"
+#include "simulator/elf.h"
+#include "simulator/event_loop.h"
+#include "simulator/shared_page.h"
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+
+namespace ostrel {
+
+struct PenEvent {
+    uint16_t type;
+    uint16_t code;
+    int32_t value;
+};
+
+class TouchStream {
+  public:
+    // `fifo` is opened for both directions, so that the stream outlives each reader. `bits` is the program's.
+    TouchStream(const std::string& fifo, Bits bits, EventLoop& loop, SharedPage& page);
+    ~TouchStream();
+    TouchStream(const TouchStream&) = delete;
+    TouchStream& operator=(const TouchStream&) = delete;
+
+    // Panel pixels; what lies outside the panel counts as its edge. A press while the pen is down is a move, a move or
+    // a release while it is up is nothing. When the pipe is full, SYN_DROPPED and where the pen is then follow as soon
+    // as there is room, so that a reader that wakes up late never keeps a pen that was lifted.
+    void press(int x, int y);
+    void move(int x, int y);
+    void release();
+
+    bool isDown() const { return page.penDown != 0; }
+
+    // True when the program has read everything and asks for more: it blocks for it, or has looked twice in vain (once
+    // is how a reader notices the end of what it is about to act upon). Without a program that reports its questions:
+    // when the stream has been empty for a tenth of a second.
+    bool isAwaited();
+
+  private:
+    using Events = std::initializer_list<PenEvent>;
+    void place(int x, int y);
+    void put(Events events);
+    bool write(Events events);
+    void catchUp();
+    bool isEmpty() const;
+
+    EventLoop& loop;
+    SharedPage& page;
+    Bits bits;
+    Descriptor pipe;
+    bool dropped = false;
+    int64_t putAtMs;
+};
+
+// One record as a program of that architecture reads it; returns its size. `record` has room for 24 bytes.
+size_t encodeRecord(Bits bits, int64_t seconds, int64_t microseconds, const PenEvent& event, unsigned char* record);
+
+} // namespace ostrel
+
+#endif

@@ -1,0 +1,73 @@
+#include "simulator/failure.h"
+#include "simulator/program.h"
+#include "tests/unit/simulator/temporary_directory.h"
+
+#include <cerrno>
+#include <csignal>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+using namespace ostrel;
+
+namespace {
+
+TEST(Ending, PassesTheStatusOn) {
+    const Ending ending = describeEnding("/opt/gallery", {LaunchEvent::Exited, 3});
+    EXPECT_EQ(ending.status, 3);
+    EXPECT_EQ(ending.sentence, "gallery exited with status 3");
+    EXPECT_EQ(describeEnding("/opt/gallery", {LaunchEvent::Exited, 0}).status, 0);
+}
+
+TEST(Ending, NamesTheSignal) {
+    const Ending crash = describeEnding("/opt/gallery", {LaunchEvent::Signalled, SIGSEGV});
+    EXPECT_EQ(crash.status, 139);
+    EXPECT_EQ(crash.sentence, "gallery was ended by signal 11 (Segmentation fault)");
+    const Ending core = describeEnding("/opt/gallery", {LaunchEvent::DumpedCore, SIGABRT});
+    EXPECT_EQ(core.status, 134);
+    EXPECT_EQ(core.sentence, "gallery was ended by signal 6 (Aborted) and left a core dump");
+    EXPECT_EQ(
+        describeEnding("/opt/gallery", {LaunchEvent::Signalled, 99}).sentence,
+        "gallery was ended by signal 99 (unknown)");
+}
+
+TEST(Ending, SaysWhyAProgramCannotBeRun) {
+    EXPECT_EQ(describeEnding("/nowhere/x", {LaunchEvent::ExecFailed, EACCES}).status, 126);
+    EXPECT_EQ(
+        describeEnding("/nowhere/x", {LaunchEvent::ExecFailed, ENOEXEC}).sentence,
+        "cannot run /nowhere/x: it is neither a program nor a script that names its interpreter");
+}
+
+std::string whyNotResolved(const std::string& name, int& status) {
+    try {
+        return resolveProgram(name);
+    } catch (const Failure& failure) {
+        status = failure.status;
+        return failure.what();
+    }
+}
+
+TEST(ResolveProgram, TellsMissingFromNotExecutable) {
+    const TemporaryDirectory directory;
+    int status = 0;
+    EXPECT_EQ(
+        whyNotResolved(directory.file("x"), status),
+        "there is no program " + directory.file("x") + ": No such file or directory");
+    EXPECT_EQ(status, 127);
+    std::ofstream(directory.file("x")) << "text";
+    chmod(directory.file("x").c_str(), 0600);
+    EXPECT_EQ(
+        whyNotResolved(directory.file("x"), status), directory.file("x") + " is not executable; chmod +x makes it so");
+    EXPECT_EQ(status, 126);
+    EXPECT_EQ(whyNotResolved(directory.path + "/", status), directory.path + "/ is not a program");
+    EXPECT_EQ(status, 126);
+}
+
+TEST(ResolveProgram, LooksAlongThePath) {
+    int status = 0;
+    EXPECT_EQ(whyNotResolved("true", status).substr(0, 1), "/");
+    EXPECT_EQ(whyNotResolved("no-such-program", status), "there is no program no-such-program on the PATH");
+    EXPECT_EQ(status, 127);
+}
+
+} // namespace

@@ -1,0 +1,86 @@
+#include "simulator/failure.h"
+#include "simulator/options.h"
+
+#include <gtest/gtest.h>
+
+using namespace ostrel;
+
+namespace {
+
+using Words = std::vector<std::string>;
+
+std::string refusal(const Words& words) {
+    try {
+        parseOptions(words);
+        return "accepted";
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.status, 2);
+        return failure.what();
+    }
+}
+
+TEST(Options, WithoutAFaceAreTheWebPanel) {
+    EXPECT_EQ(parseOptions({"./gallery"}).face, Face::Web);
+    EXPECT_EQ(parseOptions({"--headless", "./gallery"}).face, Face::Headless);
+}
+
+TEST(Options, WithAScriptShowNothingUnlessAsked) {
+    EXPECT_EQ(parseOptions({"--script", "x", "./gallery"}).face, Face::Headless);
+    EXPECT_EQ(parseOptions({"--script=x", "--web", "./gallery"}).face, Face::Web);
+}
+
+TEST(Options, EndAtTheProgram) {
+    EXPECT_EQ(
+        parseOptions({"--fresh", "./gallery", "--headless", "-x"}).program, (Words{"./gallery", "--headless", "-x"}));
+    EXPECT_EQ(parseOptions({"--", "--odd"}).program, (Words{"--odd"}));
+    EXPECT_EQ(parseOptions({"-"}).program, (Words{"-"}));
+}
+
+TEST(Options, TakeTheirValues) {
+    const Options options =
+        parseOptions({"--web=8080", "--state", "/tmp/x", "--speed=2.5", "--patience", "0.5", "--verbose", "p"});
+    EXPECT_EQ(options.port, 8080);
+    EXPECT_EQ(options.state, "/tmp/x");
+    EXPECT_EQ(options.speed, 2.5);
+    EXPECT_EQ(options.patienceMs, 500);
+    EXPECT_TRUE(options.verbose);
+    EXPECT_FALSE(options.fresh);
+}
+
+TEST(Options, RefuseWhatMakesNoSense) {
+    const struct {
+        Words words;
+        const char* sentence;
+    } cases[] = {
+        {{}, "which program? ostrel-sim [options] PROGRAM [ARGUMENTS]"},
+        {{"--frob", "p"}, "there is no option --frob"},
+        {{"-x", "p"}, "there is no option -x"},
+        {{"--state"}, "--state needs DIR"},
+        {{"--state=", "p"}, "--state needs DIR"},
+        {{"--state", "", "p"}, "--state needs DIR"},
+        {{"--fresh=yes", "p"}, "--fresh takes no value"},
+        {{"--web=0", "p"}, "--web needs a number, not '0'"},
+        {{"--web=65536", "p"}, "--web needs a number, not '65536'"},
+        {{"--web=80.5", "p"}, "--web needs a port number, not '80.5'"},
+        {{"--web=http", "p"}, "--web needs a number, not 'http'"},
+        {{"--speed=0", "p"}, "--speed needs a number, not '0'"},
+        {{"--speed=nan", "p"}, "--speed needs a number, not 'nan'"},
+        {{"--headless", "--web", "p"}, "--headless and --web exclude each other"},
+    };
+    for (const auto& [words, sentence] : cases)
+        EXPECT_EQ(refusal(words), std::string(sentence) + "; see ostrel-sim --help");
+}
+
+TEST(Options, HelpNeedsNoProgramAndFitsATerminal) {
+    EXPECT_TRUE(parseOptions({"--help"}).help);
+    EXPECT_TRUE(parseOptions({"--version"}).version);
+    const std::string help = helpText();
+    int lines = 0;
+    for (size_t begin = 0, end = 0; (end = help.find('\n', begin)) != std::string::npos; begin = end + 1) {
+        EXPECT_LE(end - begin, 100U) << help.substr(begin, end - begin);
+        ++lines;
+    }
+    EXPECT_LE(lines, 24);
+}
+
+} // namespace

@@ -1,0 +1,121 @@
+#include "simulator/script_player.h"
+#include "tests/unit/simulator/stream_reader.h"
+#include "tests/unit/simulator/temporary_directory.h"
+
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace ostrel;
+
+namespace {
+
+// A program that asks for the pen only when the test says so.
+class ScriptPlayerTest : public testing::Test {
+  protected:
+    ScriptPlayerTest() {
+        EXPECT_EQ(mkfifo(directory.file("event0").c_str(), 0600), 0);
+        const Descriptor framebuffer(open(directory.file("fb0").c_str(), O_RDWR | O_CREAT, 0600));
+        EXPECT_EQ(ftruncate(framebuffer.get(), 153600), 0);
+        page.programs = 1;
+        stream.emplace(directory.file("event0"), Bits::Unknown, loop, page);
+        panel.emplace(directory.file("fb0"), page);
+        reader.emplace(directory.file("event0"));
+    }
+
+    void play(const std::string& text, int patienceMs = 1000000) {
+        player.emplace(parseScript("t", text), loop, *stream, *panel);
+        player->play(1.0, patienceMs, [this](const std::string& failure) { end = "ended: " + failure; });
+    }
+
+    // The loop has had its turn, several times.
+    void settle() {
+        for (int i = 0; i < 20; ++i)
+            loop.runOnce(1);
+    }
+
+    // The program asks, and reads what it gets.
+    std::string ask() {
+        page.waiting = 1;
+        settle();
+        return reader->read();
+    }
+
+    TemporaryDirectory directory;
+    EventLoop loop;
+    SharedPage page = {};
+    std::optional<TouchStream> stream;
+    std::optional<Panel> panel;
+    std::optional<StreamReader> reader;
+    std::optional<ScriptPlayer> player;
+    std::string end = "playing";
+};
+
+TEST_F(ScriptPlayerTest, SendsEachPartOfAStrokeWhenTheProgramAsks) {
+    play("tap 10 20\npress 30 40\nmove 31 41\nrelease");
+    settle();
+    EXPECT_EQ(reader->read(), "");
+    EXPECT_EQ(ask(), "X10 Y20 down |");
+    settle();
+    EXPECT_EQ(reader->read(), ""); // the program is busy with the press
+    EXPECT_EQ(ask(), "up |");
+    EXPECT_EQ(ask(), "X30 Y40 down |");
+    EXPECT_EQ(ask(), "X31 Y41 |");
+    EXPECT_EQ(ask(), "up |");
+    EXPECT_EQ(end, "playing");
+    EXPECT_EQ(ask(), ""); // the program is done with the last touch
+    EXPECT_EQ(end, "ended: ");
+}
+
+TEST_F(ScriptPlayerTest, TakesThePictureOfATouchWhenTheProgramIsDoneWithIt) {
+    const std::string picture = directory.file("a.png");
+    play("tap 10 20\nshot " + picture + "\nquit");
+    ask();
+    ask();
+    settle();
+    EXPECT_FALSE(std::filesystem::exists(picture));
+    ask();
+    EXPECT_TRUE(std::filesystem::exists(picture));
+    EXPECT_EQ(end, "ended: ");
+}
+
+TEST_F(ScriptPlayerTest, TakesAPictureAfterAWaitWithoutAsking) {
+    const std::string picture = directory.file("a.png");
+    play("wait 0\nshot " + picture + "\nquit");
+    settle();
+    EXPECT_TRUE(std::filesystem::exists(picture));
+    EXPECT_EQ(end, "ended: ");
+}
+
+TEST_F(ScriptPlayerTest, GivesUpOnAProgramThatNeverAsks) {
+    play("wait 0\ntap 1 1", 5);
+    settle();
+    EXPECT_EQ(end, "ended: t:2: the program has not asked for the pen for 0.005 s");
+}
+
+TEST_F(ScriptPlayerTest, NamesTheLineOfAPictureThatCannotBeSaved) {
+    play("wait 0\nshot " + directory.file("missing/a.png"));
+    settle();
+    EXPECT_EQ(end, "ended: t:2: cannot write " + directory.file("missing/a.png") + ": No such file or directory");
+}
+
+TEST_F(ScriptPlayerTest, FailsWhenTheProgramEndsTooEarly) {
+    play("tap 1 1\nquit");
+    EXPECT_EQ(
+        player->programEnded("gallery exited with status 0"),
+        "t:1: gallery exited with status 0 before 'tap 1 1' was done");
+    ask();
+    EXPECT_EQ(end, "playing"); // told by programEnded, not twice
+}
+
+TEST_F(ScriptPlayerTest, DoesNotMindAProgramThatEndsAfterTheLastTouch) {
+    play("tap 1 1");
+    ask();
+    ask();
+    settle();
+    EXPECT_EQ(player->programEnded("gallery exited with status 0"), "");
+}
+
+} // namespace
