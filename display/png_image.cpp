@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csetjmp>
 #include <cstring>
 #include <fcntl.h>
 #include <png.h>
@@ -73,34 +74,99 @@ bool convert(const uint8_t* rgba, int width, int height, Image& image, Reason& w
     return true;
 }
 
-// The header has been read into `reader`.
-bool decodePixels(png_image& reader, Image& image, Reason& why) {
-    if (reader.width > MAX_IMAGE_SIDE || reader.height > MAX_IMAGE_SIDE)
-        return refuse(
-            why, "its %ux%u pixels are more than %dx%d", reader.width, reader.height, MAX_IMAGE_SIDE, MAX_IMAGE_SIDE);
-    reader.format = PNG_FORMAT_RGBA;
-    // Image editors mean sRGB when they save 16 bits and say nothing.
-    reader.flags |= PNG_IMAGE_FLAG_16BIT_sRGB;
-    const Buffer<uint8_t> rgba = allocate<uint8_t>(PNG_IMAGE_SIZE(reader));
-    if (rgba == nullptr)
-        return refuse(why, "there is no memory to decode its %ux%u pixels", reader.width, reader.height);
-    if (png_image_finish_read(&reader, nullptr, rgba.get(), 0, nullptr) == 0)
-        return refuse(why, "it is broken (%s)", reader.message);
-    return convert(rgba.get(), static_cast<int>(reader.width), static_cast<int>(reader.height), image, why);
-}
+// A decoder over bytes in memory. libpng leaves a function that fails by a jump: the functions with a setjmp keep
+// nothing in them that needs destroying.
+class Decoder {
+  public:
+    Decoder(const uint8_t* bytes, size_t size, Reason& reason) : rest(bytes), restBytes(size), why(reason) {
+        png = png_create_read_struct_2(PNG_LIBPNG_VER_STRING, this, fail, ignore, nullptr, allocateForPng, freeForPng);
+        if (png != nullptr)
+            info = png_create_info_struct(png);
+    }
+    ~Decoder() { png_destroy_read_struct(&png, &info, nullptr); }
+    Decoder(const Decoder&) = delete;
+    Decoder& operator=(const Decoder&) = delete;
+
+    bool isReady() const { return info != nullptr; }
+    unsigned width() const { return png_get_image_width(png, info); }
+    unsigned height() const { return png_get_image_height(png, info); }
+
+    bool readHeader() {
+        if (setjmp(png_jmpbuf(png)) != 0)
+            return false;
+        png_set_read_fn(png, this, readSome);
+        // What else a file may carry is skipped, and a wrong checksum anywhere means that the file is damaged.
+        png_set_keep_unknown_chunks(png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+        png_set_crc_action(png, PNG_CRC_ERROR_QUIT, PNG_CRC_ERROR_QUIT);
+        png_read_info(png, info);
+        return true;
+    }
+
+    // All rows as RGBA of 8 bits.
+    bool readRows(uint8_t* rgba) {
+        if (setjmp(png_jmpbuf(png)) != 0)
+            return false;
+        png_set_expand(png);
+        png_set_scale_16(png);
+        png_set_gray_to_rgb(png);
+        png_set_add_alpha(png, 255, PNG_FILLER_AFTER);
+        const int passes = png_set_interlace_handling(png);
+        png_read_update_info(png, info);
+        for (int pass = 0; pass < passes; ++pass) {
+            for (size_t y = 0; y < height(); ++y)
+                png_read_row(png, rgba + y * width() * CHANNELS, nullptr);
+        }
+        png_read_end(png, nullptr);
+        return true;
+    }
+
+  private:
+    [[noreturn]] static void fail(png_structp png, png_const_charp message) {
+        const auto* self = static_cast<const Decoder*>(png_get_error_ptr(png));
+        refuse(self->why, "it cannot be decoded (%s)", message);
+        png_longjmp(png, 1);
+    }
+
+    static void ignore(png_structp, png_const_charp) {}
+
+    static void readSome(png_structp png, png_bytep bytes, size_t count) {
+        auto* self = static_cast<Decoder*>(png_get_io_ptr(png));
+        if (count > self->restBytes)
+            png_error(png, "it ends too early");
+        memcpy(bytes, self->rest, count);
+        self->rest += count;
+        self->restBytes -= count;
+    }
+
+    static png_voidp allocateForPng(png_structp, png_alloc_size_t bytes) { return allocateBytes(bytes); }
+    static void freeForPng(png_structp, png_voidp memory) { std::free(memory); }
+
+    const uint8_t* rest;
+    size_t restBytes;
+    Reason& why;
+    png_structp png = nullptr;
+    png_infop info = nullptr;
+};
 
 } // namespace
 
 bool decodePng(const uint8_t* bytes, size_t size, Image& image, Reason& why) {
-    if (png_sig_cmp(bytes, 0, std::min(size, SIGNATURE_BYTES)) != 0)
+    if (size == 0 || png_sig_cmp(bytes, 0, std::min(size, SIGNATURE_BYTES)) != 0)
         return refuse(why, "it is not a PNG file");
-    png_image reader{};
-    reader.version = PNG_IMAGE_VERSION;
-    if (png_image_begin_read_from_memory(&reader, bytes, size) == 0)
-        return refuse(why, "it is broken (%s)", reader.message);
-    const bool isDecoded = decodePixels(reader, image, why);
-    png_image_free(&reader);
-    return isDecoded;
+    Decoder decoder(bytes, size, why);
+    if (!decoder.isReady())
+        return refuse(why, "there is no memory to decode it");
+    if (!decoder.readHeader())
+        return false;
+    const unsigned width = decoder.width();
+    const unsigned height = decoder.height();
+    if (width > MAX_IMAGE_SIDE || height > MAX_IMAGE_SIDE)
+        return refuse(why, "its %ux%u pixels are more than %dx%d", width, height, MAX_IMAGE_SIDE, MAX_IMAGE_SIDE);
+    const Buffer<uint8_t> rgba = allocate<uint8_t>(CHANNELS * width * height);
+    if (rgba == nullptr)
+        return refuse(why, "there is no memory for its %ux%u pixels", width, height);
+    return decoder.readRows(rgba.get()) &&
+           convert(rgba.get(), static_cast<int>(width), static_cast<int>(height), image, why);
 }
 
 bool loadPng(const char* path, Image& image, Reason& why) {
