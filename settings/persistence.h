@@ -1,11 +1,11 @@
 // Persistence: a program's files that survive a reboot, on the router's flash partition.
 //
 // The partition is mounted at /data for the moment of each operation only and unmounted again, also when the copying
-// failed. Work is done by shell commands, at most 199 bytes long: a longer one is cut there, so keep the sum of the
-// names below 150. The shell sees the names as they are: they must not be null, and must not contain blanks or
-// characters that it acts on, such as quotes, $, ;, & and *. No operation reports a failure: look for the copied file
-// where it matters. Operations must not run at the same time, in one program or in two: one would unmount the other's
-// partition.
+// failed. Work is done by shell commands of at most 199 bytes; a longer one is cut there and names another file, so
+// keep both texts, the file's name and the other path together below 140. The shell sees them as they are: they must
+// not be null, and must not contain blanks or characters that it acts on, such as quotes, $, ;, & and *. No operation
+// reports a failure: look for the copied file where it matters. Operations must not run at the same time, in one
+// program or in two: one would unmount the other's partition.
 #ifndef OSTREL_SETTINGS_PERSISTENCE_H
 #define OSTREL_SETTINGS_PERSISTENCE_H
 
