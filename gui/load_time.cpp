@@ -2,6 +2,8 @@
 // linker puts the others.
 #include "gui/modal.h"
 #include "gui/widget.h"
+#include "lang/languages.h"
 
 WidgetType wType;
+Languages lang;
 ImagePNG modalImages;

@@ -22,6 +22,20 @@ void copyText(Char (&buffer)[SIZE], const Char* text) {
     copyText(buffer, SIZE, text);
 }
 
+// Copies `text` behind the one that the buffer holds already.
+template<typename Char>
+void appendText(Char* buffer, size_t size, const Char* text) {
+    size_t length = 0;
+    while (buffer[length] != 0)
+        ++length;
+    copyText(buffer + length, size - length, text);
+}
+
+template<typename Char, size_t SIZE>
+void appendText(Char (&buffer)[SIZE], const Char* text) {
+    appendText(buffer, SIZE, text);
+}
+
 } // namespace ostrel
 
 #endif
