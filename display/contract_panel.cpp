@@ -1,6 +1,7 @@
 // Filling, outlines, boxes and power, as gui/display.h promises them.
 #include "display/panel.h"
 #include "display/rounded.h"
+#include "display/touch_input.h"
 #include "gui/display.h"
 
 using namespace ostrel;
@@ -31,6 +32,7 @@ Rect insetBy(const Rect& box, int inset) {
 
 void libOstrelGuiInit() {
     panelCanvas();
+    panelTouch();
 }
 
 void lcd_clear(int colour) {

@@ -113,7 +113,11 @@ OSTREL_API TouchArea getTouchArea(WidgetRecord record);
 OSTREL_API void setShowPasswords(bool show);
 
 // The pen. readX advances to the newest sample, but never past a press or a release that it has not yet told of;
-// readY belongs to the same sample. While the pen is down x is 1..319 and y 1..239; when it is up both are -1.
+// readY belongs to the same sample. While the pen is down x is 1..319 and y 1..239; when it is up both are -1. So two
+// quick taps are two presses, however slowly a program looks.
+//
+// When a program has not asked for the pen for 250 ms (it was busy, or another program had the panel), every stroke
+// begun before its next question is dropped to its end. readX, waitForPenUp and waitForTouch are questions.
 OSTREL_API int readX();
 OSTREL_API int readY();
 
@@ -132,15 +136,18 @@ OSTREL_API void turnOff();
 OSTREL_API void setScreenLockHandler(void (*handler)());
 
 // Waits for the next press, at most `timeoutMs` milliseconds (-1: for ever; 0: not at all). True: *x and *y are its
-// point. False: the time is over or the panel is gone, and *x and *y are unchanged.
+// point (either may be null), and readX, readY and waitForPenUp follow that stroke. False: the time is over or the
+// panel is gone, and *x and *y are unchanged. Once the panel is gone, waiting for ever ends after a quarter of a
+// second. Runs the idle handler whenever it is due.
 OSTREL_API bool waitForTouch(int* x, int* y, int timeoutMs = -1);
 
 // A descriptor that is readable when waitForTouch(&x, &y, 0) has something to do: a touch, or an idle tick. For
-// programs with a poll loop of their own. It belongs to the library and stays the same for the process's life.
-// -1 when there is none to be had.
+// programs with a poll loop of their own, which answer with that call whenever it is readable. Without anything to do
+// it still becomes readable ten times a second: the answer shows that the program waits, so that the tap that wakes
+// it counts. It belongs to the library and stays the same for the process's life. -1 when there is none to be had.
 OSTREL_API int touchDescriptor();
 
-// True once the touch device has gone away for good: a program's loop should end then.
+// True when there is no touch device or it has gone away for good: a program's loop should end then.
 OSTREL_API bool panelClosed();
 
 // A store of PNG images, drawn by their index: 0, 1, 2, ... in the order of loading.
