@@ -5,6 +5,7 @@
 #include "gui/display.h"
 #include "gui/modal.h"
 #include "gui/widget.h"
+#include "keyboard/keyboard.h"
 #include "lang/languages.h"
 #include "lock/backlight.h"
 #include "lock/inactivity.h"

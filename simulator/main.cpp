@@ -1,5 +1,4 @@
 #include "simulator/failure.h"
-#include "simulator/nvram_cli.h"
 #include "simulator/options.h"
 #include "simulator/simulator.h"
 
@@ -9,10 +8,6 @@
 int main(int argc, char** argv) {
     using namespace ostrel;
     try {
-        if (argc > 1 && std::string(argv[1]) == "nvram") {
-            runNvram({argv + 2, argv + argc}, std::cout);
-            return 0;
-        }
         const Options options = parseOptions({argv + 1, argv + argc});
         if (options.help)
             std::cout << helpText();

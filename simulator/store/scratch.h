@@ -20,7 +20,6 @@ class Scratch {
 
     explicit operator bool() const { return memory != MAP_FAILED; }
     Content* operator->() const { return static_cast<Content*>(memory); }
-    Content& operator*() const { return *static_cast<Content*>(memory); }
 
   private:
     void* memory;

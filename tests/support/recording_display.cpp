@@ -50,6 +50,11 @@ void record(const char* operation, const Arguments&... arguments) {
     display().calls.push_back(line.str());
 }
 
+int advanceOf(wchar_t character) {
+    const auto special = display().characterWidths.find(character);
+    return special != display().characterWidths.end() ? special->second : display().characterWidth;
+}
+
 std::string quoted(const wchar_t* text) {
     return '"' + narrow(text) + '"';
 }
@@ -103,16 +108,21 @@ void unDrawTitle(wchar_t* text) {
 }
 
 int textWidth(wchar_t* text, float) {
-    return static_cast<int>(std::wcslen(text)) * display().characterWidth;
+    int width = 0;
+    for (; *text != 0; ++text)
+        width += advanceOf(*text);
+    return width;
 }
 
 int textTouchPosition(wchar_t* text, int x, float) {
-    const int length = static_cast<int>(std::wcslen(text));
-    const int advance = display().characterWidth;
-    if (x < 0 || x >= length * advance)
-        return -1;
-    const int index = x / advance;
-    return 1000 * index * advance + index;
+    int left = 0;
+    for (int index = 0; !display().namesNoCharacter && x >= left && text[index] != 0; ++index) {
+        const int right = left + advanceOf(text[index]);
+        if (x < right)
+            return 1000 * left + index;
+        left = right;
+    }
+    return -1;
 }
 
 void drawWidget(WidgetRecord element) {

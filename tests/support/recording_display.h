@@ -6,6 +6,7 @@
 #include "gui/display.h"
 
 #include <functional>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -22,8 +23,10 @@ struct RecordingDisplay {
     // What getTouchArea answers; the record's own rectangle when unset.
     std::function<TouchArea(const WidgetRecord&)> touchArea;
 
-    // Advance of every character at any size.
+    // Advance of every character at any size, and of those that differ.
     int characterWidth = 10;
+    std::map<wchar_t, int> characterWidths;
+    bool namesNoCharacter = false; // textTouchPosition finds none
 
     // Called before each operation is logged, with its name; may throw.
     std::function<void(const std::string&)> beforeCall;
