@@ -1,5 +1,7 @@
 #include "display/png_image.h"
 
+#include "gui/display.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <csetjmp>
@@ -160,8 +162,8 @@ bool decodePng(const uint8_t* bytes, size_t size, Image& image, Reason& why) {
         return false;
     const unsigned width = decoder.width();
     const unsigned height = decoder.height();
-    if (width > MAX_IMAGE_SIDE || height > MAX_IMAGE_SIDE)
-        return refuse(why, "its %ux%u pixels are more than %dx%d", width, height, MAX_IMAGE_SIDE, MAX_IMAGE_SIDE);
+    if (width > IMAGE_MAX_SIDE || height > IMAGE_MAX_SIDE)
+        return refuse(why, "its %ux%u pixels are more than %dx%d", width, height, IMAGE_MAX_SIDE, IMAGE_MAX_SIDE);
     const Buffer<uint8_t> rgba = allocate<uint8_t>(CHANNELS * width * height);
     if (rgba == nullptr)
         return refuse(why, "there is no memory for its %ux%u pixels", width, height);
@@ -181,8 +183,8 @@ bool loadPng(const char* path, Image& image, Reason& why) {
     if (png_sig_cmp(signature, 0, static_cast<size_t>(got)) != 0)
         return refuse(why, "it is not a PNG file");
     const off_t size = file.size();
-    if (size < 0 || size > MAX_IMAGE_FILE_BYTES)
-        return refuse(why, "it is longer than %d bytes", MAX_IMAGE_FILE_BYTES);
+    if (size < 0 || size > IMAGE_MAX_FILE_BYTES)
+        return refuse(why, "it is longer than %d bytes", IMAGE_MAX_FILE_BYTES);
     const Buffer<uint8_t> bytes = allocate<uint8_t>(static_cast<size_t>(size));
     if (bytes == nullptr)
         return refuse(why, "there is no memory for its %ld bytes", static_cast<long>(size));

@@ -7,11 +7,8 @@
 
 namespace ostrel {
 
-// What is decoded at most: far more than the panel shows, and little enough for the router's memory. A larger image
-// or file is refused by its header, before anything is allocated for it.
-enum : int { MAX_IMAGE_SIDE = 1024, MAX_IMAGE_FILE_BYTES = 8 << 20 };
-
-// Decodes a PNG file's bytes. False leaves `image` alone and says why.
+// Decodes a PNG file's bytes. False leaves `image` alone and says why. An image larger than IMAGE_MAX_SIDE is refused
+// by its header, before memory is taken for its pixels.
 bool decodePng(const uint8_t* bytes, size_t size, Image& image, Reason& why);
 
 // Reads and decodes the file at `path`. False leaves `image` alone and says why.

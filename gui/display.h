@@ -72,7 +72,7 @@ OSTREL_API void lcd_clear(int colour);
 // program believes that the colour is there already: another program may have drawn since.
 OSTREL_API void fillRect(unsigned short x1, unsigned short y1, unsigned short x2, unsigned short y2, int colour);
 
-// Draws a one-pixel outline through both corners, inclusive.
+// Draws a one-pixel outline through both corners, inclusive. Equal corners make a pixel, swapped ones draw nothing.
 OSTREL_API void drawRect(unsigned short x1, unsigned short y1, unsigned short x2, unsigned short y2, int colour);
 
 // Draws a bordered box with rounded corners that is readable over any page: x1 <= x < x2, y1 <= y < y2. `a` and `b`
@@ -150,6 +150,9 @@ OSTREL_API int touchDescriptor();
 // True when there is no touch device or it has gone away for good: a program's loop should end then.
 OSTREL_API bool panelClosed();
 
+// The largest image that is loaded: pixels on each side, and length of its file.
+enum : int { IMAGE_MAX_SIDE = 1024, IMAGE_MAX_FILE_BYTES = 8 << 20 };
+
 // A store of PNG images, drawn by their index: 0, 1, 2, ... in the order of loading.
 class OSTREL_API ImagePNG {
   public:
@@ -158,8 +161,8 @@ class OSTREL_API ImagePNG {
     ImagePNG(const ImagePNG&) = delete;
     ImagePNG& operator=(const ImagePNG&) = delete;
 
-    // Decodes the file at `path` and returns its index. A file that is missing or broken gets its index too, is
-    // reported once on standard error and draws nothing.
+    // Decodes the file at `path`, of any colour type and depth, and returns its index. A file that is missing, broken
+    // or too large gets its index too, is reported once on standard error and draws nothing.
     int loadPNG(char* path);
     int loadPNG(const char* path) { return loadPNG(const_cast<char*>(path)); }
 

@@ -16,7 +16,7 @@
 
 class OSTREL_API Memory {
   public:
-    ~Memory(); // NOLINT(performance-trivially-destructible): exported, part of the binary interface
+    ~Memory();
 
     // Copies the setting's text and its terminator into `value`. The buffer must hold the longest value that the
     // setting may have: NVRAM_TEXT_LENGTH bytes hold any. Never more than these are written, and nothing behind the

@@ -21,7 +21,7 @@ class OSTREL_API Persistence {
     Persistence(char* first, char* second);
     Persistence(const char* first, const char* second)
         : Persistence(const_cast<char*>(first), const_cast<char*>(second)) {}
-    ~Persistence(); // NOLINT(performance-trivially-destructible): exported, part of the binary interface
+    ~Persistence();
 
     // Copies the file at `source` into the directory as `name`, in place of an earlier one.
     void persist(char* source, char* name);

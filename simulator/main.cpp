@@ -1,4 +1,5 @@
 #include "simulator/failure.h"
+#include "simulator/nvram_cli.h"
 #include "simulator/options.h"
 #include "simulator/simulator.h"
 
@@ -8,6 +9,10 @@
 int main(int argc, char** argv) {
     using namespace ostrel;
     try {
+        if (argc > 1 && std::string(argv[1]) == "nvram") {
+            runNvram({argv + 2, argv + argc}, std::cout);
+            return 0;
+        }
         const Options options = parseOptions({argv + 1, argv + argc});
         if (options.help)
             std::cout << helpText();

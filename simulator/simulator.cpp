@@ -11,6 +11,7 @@
 #include "simulator/script_player.h"
 #include "simulator/state.h"
 #include "simulator/state_directory.h"
+#include "simulator/store/power_on.h"
 #include "simulator/touch_stream.h"
 
 #include <csignal>
@@ -44,6 +45,7 @@ class Simulator {
           player(playerFor(options, loop, stream, panel)), program(loop) {}
 
     int run() {
+        switchOnStore();
         watchSignals();
         if (options.verbose)
             log.show();
@@ -56,6 +58,16 @@ class Simulator {
     }
 
   private:
+    // The program may be started anew in one run; the settings it has not committed are lost only with the power.
+    void switchOnStore() {
+        std::vector<std::string> messages;
+        const bool usable = powerOnStore(directory.path(), assetsDirectory() + "/factory-settings", messages);
+        for (const std::string& message : messages)
+            say(message);
+        if (!usable)
+            throw Failure("without its settings the router does not start");
+    }
+
     void startProgram() {
         std::vector<std::string> words = options.program;
         words.front() = path;

@@ -20,6 +20,7 @@ class Scratch {
 
     explicit operator bool() const { return memory != MAP_FAILED; }
     Content* operator->() const { return static_cast<Content*>(memory); }
+    Content& operator*() const { return *static_cast<Content*>(memory); }
 
   private:
     void* memory;

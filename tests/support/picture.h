@@ -23,6 +23,9 @@ struct Picture {
 inline bool operator==(const Picture& a, const Picture& b) {
     return a.width == b.width && a.height == b.height && a.pixels == b.pixels;
 }
+inline bool operator!=(const Picture& a, const Picture& b) {
+    return !(a == b);
+}
 
 Picture blankPicture(int width, int height, uint16_t colour);
 

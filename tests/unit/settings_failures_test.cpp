@@ -195,6 +195,12 @@ TEST_F(EachCall, AResultWithoutABlockOfItsOwnIsTheValuesBlock) {
                           "close(700)\n");
 }
 
+TEST_F(EachCall, AValuesBlockThatTheDriverFilledWholeIsTerminatedBeforeItBecomesTheResult) {
+    fakeSettings().unterminated = true;
+    callLog().failCall(3 + 2);
+    EXPECT_EQ(taken(nvram_get(0, "PIN")), std::string(1023, 'x'));
+}
+
 TEST_F(EachCall, WithoutAnyMemoryGivesNull) {
     for (const int blocks : {0, 1}) {
         fakeMemory().blocksLeft = blocks;
