@@ -20,7 +20,7 @@ void draw(Disc& disc, int radius) {
             const float dx = static_cast<float>(x - radius) + 0.5F;
             const float dy = static_cast<float>(y - radius) + 0.5F;
             const float inside = static_cast<float>(radius) - std::sqrt(dx * dx + dy * dy) + 0.5F;
-            disc.coverage[y * side + x] = static_cast<uint8_t>(std::clamp(inside, 0.0F, 1.0F) * 255.0F + 0.5F);
+            disc.coverage[y * side + x] = static_cast<uint8_t>(std::lround(std::clamp(inside, 0.0F, 1.0F) * 255.0F));
         }
     }
     disc.isDrawn = true;
@@ -54,10 +54,11 @@ Rect fillRounded(const Canvas& canvas, const Rect& box, int radiusPx, uint16_t c
 
     const int side = 2 * radius;
     const uint8_t* const disc = discOf(radius);
+    const uint8_t* const lowerHalf = disc + static_cast<ptrdiff_t>(radius) * side;
     const Mask topLeft{disc, radius, radius, side};
     const Mask topRight{disc + radius, radius, radius, side};
-    const Mask bottomLeft{disc + radius * side, radius, radius, side};
-    const Mask bottomRight{disc + radius * side + radius, radius, radius, side};
+    const Mask bottomLeft{lowerHalf, radius, radius, side};
+    const Mask bottomRight{lowerHalf + radius, radius, radius, side};
     blend(canvas, topLeft, box.left, box.top, colour);
     blend(canvas, topRight, box.right - radius, box.top, colour);
     blend(canvas, bottomLeft, box.left, middle.bottom, colour);

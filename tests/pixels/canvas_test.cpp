@@ -104,7 +104,7 @@ TEST(Canvas, DrawsAnImageLikeOnePixelAtATime) {
         GuardedCanvas guarded(random);
         const int width = pick(random, 1, 12);
         const int height = pick(random, 1, 12);
-        const auto count = static_cast<size_t>(width * height);
+        const size_t count = static_cast<size_t>(width) * static_cast<size_t>(height);
         const bool isOpaque = pick(random, 0, 2) == 0;
         Image image{width, height, allocate<uint16_t>(count), isOpaque ? nullptr : allocate<uint8_t>(count)};
         for (size_t i = 0; i < count; ++i) {

@@ -143,11 +143,11 @@ TEST_F(FramebufferTest, FollowsAScreenThatWasPanned) {
     useRgb565(320, 240, 640, 0);
     fakeDevices().screen.yoffset = 240;
     fakeDevices().layout.smem_len = 640 * 480;
-    fakeDevices().memory.assign(640 * 480, 0xEE);
+    fakeDevices().memory.assign(size_t{640} * 480, 0xEE);
     ASSERT_TRUE(open()) << reason();
     show(framebuffer, canvas(), {0, 0, 320, 240});
     EXPECT_EQ(word(240 * 640 - 2), 0xEEEE);
-    EXPECT_EQ(word(240 * 640), 0);
+    EXPECT_EQ(word(size_t{240} * 640), 0);
     EXPECT_EQ(word(480 * 640 - 2), 0);
 }
 

@@ -126,7 +126,7 @@ void expectDecoded(const PngPicture& picture) {
     ASSERT_EQ(image.height, picture.height);
     for (int y = 0; y < picture.height; ++y) {
         for (int x = 0; x < picture.width; ++x) {
-            const auto i = static_cast<size_t>(y * picture.width + x);
+            const size_t i = static_cast<size_t>(y) * static_cast<size_t>(picture.width) + static_cast<size_t>(x);
             const Rgba wanted = pixelOf(picture, x, y);
             const unsigned alpha = image.alpha != nullptr ? image.alpha[i] : 255U;
             ASSERT_EQ(alpha, wanted.alpha) << "at " << x << ", " << y;

@@ -28,7 +28,7 @@ struct PowerTest : testing::Test {
 
     uint16_t shownAt(int x, int y) const {
         uint16_t value;
-        memcpy(&value, fakeDevices().memory.data() + y * 640 + x * 2, sizeof value);
+        memcpy(&value, &fakeDevices().memory[static_cast<size_t>(y) * 640 + static_cast<size_t>(x) * 2], sizeof value);
         return value;
     }
 };

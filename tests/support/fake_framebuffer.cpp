@@ -1,7 +1,6 @@
 #include "tests/support/fake_framebuffer.h"
 
 #include <cerrno>
-#include <cstdarg>
 #include <cstring>
 #include <dirent.h>
 #include <dlfcn.h>
@@ -91,13 +90,11 @@ void FakeDevices::setChannels(fb_bitfield red, fb_bitfield green, fb_bitfield bl
     screen.blue = blue;
 }
 
-extern "C" {
+// The functions of the operating system, by their symbols alone: what the headers declare differs from system to
+// system. An optional argument travels like a declared one.
 
-int open(const char* path, int flags, ...) {
-    va_list arguments;
-    va_start(arguments, flags);
-    const auto mode = static_cast<mode_t>(va_arg(arguments, int));
-    va_end(arguments);
+extern "C" int openTaken(const char* path, int flags, mode_t mode) __asm__("open");
+extern "C" int openTaken(const char* path, int flags, mode_t mode) {
     if (strcmp(path, FAKE_FRAMEBUFFER) == 0)
         return openFake(openDevices().framebuffers);
     if (strcmp(path, BACKLIGHT_DEVICE) == 0)
@@ -110,17 +107,15 @@ int open(const char* path, int flags, ...) {
     return openSystem(path, flags, mode);
 }
 
-int close(int descriptor) {
+extern "C" int closeTaken(int descriptor) __asm__("close");
+extern "C" int closeTaken(int descriptor) {
     if (openDevices().framebuffers.erase(descriptor) + openDevices().backlights.erase(descriptor) > 0)
         --fakeDevices().openCount;
     return static_cast<int>(syscall(SYS_close, descriptor));
 }
 
-int ioctl(int descriptor, unsigned long request, ...) noexcept {
-    va_list arguments;
-    va_start(arguments, request);
-    void* const argument = va_arg(arguments, void*);
-    va_end(arguments);
+extern "C" int ioctlTaken(int descriptor, unsigned long request, void* argument) __asm__("ioctl");
+extern "C" int ioctlTaken(int descriptor, unsigned long request, void* argument) {
     if (openDevices().framebuffers.count(descriptor) > 0)
         return framebufferRequest(request, argument);
     if (openDevices().backlights.count(descriptor) > 0) {
@@ -130,26 +125,30 @@ int ioctl(int descriptor, unsigned long request, ...) noexcept {
     return static_cast<int>(syscall(SYS_ioctl, descriptor, request, argument));
 }
 
-void* mmap(void* address, size_t length, int protection, int flags, int descriptor, off_t offset) noexcept {
+extern "C" void* mmapTaken(void* address, size_t length, int protection, int flags, int file, off_t offset) //
+    __asm__("mmap");
+extern "C" void* mmapTaken(void* address, size_t length, int protection, int flags, int file, off_t offset) {
     FakeDevices& fake = fakeDevices();
-    if (openDevices().framebuffers.count(descriptor) > 0) {
+    if (openDevices().framebuffers.count(file) > 0) {
         if (fake.canBeMapped && length <= fake.memory.size())
             return fake.memory.data();
         errno = ENOMEM;
         return MAP_FAILED;
     }
-    const auto next = reinterpret_cast<decltype(&mmap)>(dlsym(RTLD_NEXT, "mmap"));
-    return next(address, length, protection, flags, descriptor, offset);
+    const auto next = reinterpret_cast<decltype(&mmapTaken)>(dlsym(RTLD_NEXT, "mmap"));
+    return next(address, length, protection, flags, file, offset);
 }
 
-int munmap(void* address, size_t length) noexcept {
+extern "C" int munmapTaken(void* address, size_t length) __asm__("munmap");
+extern "C" int munmapTaken(void* address, size_t length) {
     if (address == fakeDevices().memory.data())
         return 0;
     return static_cast<int>(syscall(SYS_munmap, address, length));
 }
 
-DIR* opendir(const char* path) {
-    const auto next = reinterpret_cast<decltype(&opendir)>(dlsym(RTLD_NEXT, "opendir"));
+extern "C" DIR* opendirTaken(const char* path) __asm__("opendir");
+extern "C" DIR* opendirTaken(const char* path) {
+    const auto next = reinterpret_cast<decltype(&opendirTaken)>(dlsym(RTLD_NEXT, "opendir"));
     if (strcmp(path, BACKLIGHT_CLASS) != 0)
         return next(path);
     if (!fakeDevices().backlightClass.empty())
@@ -157,5 +156,3 @@ DIR* opendir(const char* path) {
     errno = ENOENT;
     return nullptr;
 }
-
-} // extern "C"

@@ -26,11 +26,13 @@ GuardedCanvas::GuardedCanvas(std::mt19937& random) {
     const int height = pick(random, 1, 30);
     // Often exactly as wide as the picture: the whole of it is then one run.
     const int stride = pick(random, 0, 1) == 0 ? width : width + pick(random, 1, 9);
-    pixels.resize(static_cast<size_t>(stride * (height + 2 * GUARD_ROWS) + OFFSET_PX + width));
+    const auto rows = static_cast<size_t>(height + 2 * GUARD_ROWS);
+    pixels.resize(rows * static_cast<size_t>(stride) + static_cast<size_t>(OFFSET_PX + width));
     for (uint16_t& pixel : pixels)
         pixel = static_cast<uint16_t>(random());
     original = pixels;
-    view = canvasOver(pixels.data() + GUARD_ROWS * stride + OFFSET_PX, width, height, stride);
+    view = canvasOver(
+        &pixels[static_cast<size_t>(GUARD_ROWS) * static_cast<size_t>(stride) + OFFSET_PX], width, height, stride);
     if (pick(random, 0, 2) != 0) {
         const int left = pick(random, 0, width);
         const int top = pick(random, 0, height);

@@ -23,7 +23,10 @@ class GuardedCanvas {
     bool isUntouchedOutsideClip() const;
 
   private:
-    size_t indexOf(int x, int y) const { return static_cast<size_t>((y + GUARD_ROWS) * view.stridePx + x + OFFSET_PX); }
+    size_t indexOf(int x, int y) const {
+        return static_cast<size_t>(y + GUARD_ROWS) * static_cast<size_t>(view.stridePx) +
+               static_cast<size_t>(x + OFFSET_PX);
+    }
 
     enum : int { GUARD_ROWS = 2, OFFSET_PX = 3 };
     std::vector<uint16_t> pixels;

@@ -70,7 +70,7 @@ int PngPicture::channels() const {
 }
 
 size_t PngPicture::rowBytes() const {
-    return (static_cast<size_t>(width * channels() * bitDepth) + 7) / 8;
+    return (static_cast<size_t>(width) * static_cast<size_t>(channels() * bitDepth) + 7) / 8;
 }
 
 unsigned PngPicture::sample(int x, int y, int channel) const {
