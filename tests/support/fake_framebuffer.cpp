@@ -93,7 +93,12 @@ void FakeDevices::setChannels(fb_bitfield red, fb_bitfield green, fb_bitfield bl
 // The functions of the operating system, by their symbols alone: what the headers declare differs from system to
 // system. An optional argument travels like a declared one.
 
+// Also under the name that it has for wide file offsets.
 extern "C" int openTaken(const char* path, int flags, mode_t mode) __asm__("open");
+extern "C" int open64Taken(const char* path, int flags, mode_t mode) __asm__("open64");
+extern "C" int open64Taken(const char* path, int flags, mode_t mode) {
+    return openTaken(path, flags, mode);
+}
 extern "C" int openTaken(const char* path, int flags, mode_t mode) {
     if (strcmp(path, FAKE_FRAMEBUFFER) == 0)
         return openFake(openDevices().framebuffers);
