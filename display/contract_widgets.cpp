@@ -1,8 +1,23 @@
+// Elements, as gui/display.h promises them.
+#include "display/panel.h"
+#include "display/widget_draw.h"
+#include "display/widget_layout.h"
 #include "gui/display.h"
 
-void drawWidget(WidgetRecord) {}
-void unDrawWidget(WidgetRecord) {}
-TouchArea getTouchArea(WidgetRecord) {
-    return {};
+using namespace ostrel;
+
+void drawWidget(WidgetRecord record) {
+    flush(drawElement(panelCanvas(), record));
 }
-void setShowPasswords(bool) {}
+
+void unDrawWidget(WidgetRecord record) {
+    flush(eraseElement(panelCanvas(), record));
+}
+
+TouchArea getTouchArea(WidgetRecord record) {
+    return touchAreaOf(boxOf(record));
+}
+
+void setShowPasswords(bool show) {
+    hidePasswords(!show);
+}

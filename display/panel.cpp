@@ -16,6 +16,7 @@ struct Panel {
     Canvas canvas = canvasOver(shadow, PANEL_WIDTH, PANEL_HEIGHT, PANEL_WIDTH);
     Framebuffer framebuffer;
     uint16_t background = 0;
+    unsigned pageNumber = 0;
     bool isDark = false;
 };
 
@@ -58,6 +59,11 @@ uint16_t background() {
 
 void setBackground(uint16_t colour) {
     panel().background = colour;
+    ++panel().pageNumber;
+}
+
+unsigned pageNumber() {
+    return panel().pageNumber;
 }
 
 void setPower(Power power) {
@@ -83,6 +89,7 @@ void reopenPanel() {
     reopened.canvas.clip = WHOLE_PANEL;
     fill(reopened.canvas, WHOLE_PANEL, 0);
     reopened.background = 0;
+    ++reopened.pageNumber;
     reopened.isDark = false;
     openPanel(reopened);
 }

@@ -20,6 +20,9 @@ void flush(const Rect& area);
 uint16_t background();
 void setBackground(uint16_t colour);
 
+// Changes with every setBackground: what was drawn under another number is no longer there.
+unsigned pageNumber();
+
 // Lights or darkens the panel. What is drawn while it is dark is there when it lights.
 void setPower(Power power);
 

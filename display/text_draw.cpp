@@ -101,4 +101,12 @@ Rect drawFitted(
     return united(painted, drawLine(canvas, L"\u2026", x + widthOf(fit.shown, fit.line), top, fit.line, colour));
 }
 
+Rect drawInField(
+    const Canvas& canvas, std::wstring_view text, int x, int y, int width, int line, uint16_t colour, int c) {
+    if (c == 0)
+        return drawLine(canvas, text, x, y, line, colour);
+    const int room = std::max(width, 2 * FIELD_MARGIN) - 2 * FIELD_MARGIN;
+    return drawFitted(canvas, text, int64_t{x} + FIELD_MARGIN, y, room, line, colour, Align::Centre);
+}
+
 } // namespace ostrel

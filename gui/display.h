@@ -100,7 +100,10 @@ OSTREL_API int textTouchPosition(wchar_t* text, int x, float size);
 
 // Draws an element by its kind: 0 push button, 1 list row, 2 value field, 3 exclusive choice, 4 switch, 5 check mark
 // row, 6 tab, 7 caption, 8 text item, 9 prominent button; any other number looks like 0. The whole rectangle is
-// repainted. Records may hold any bits: what makes no sense is drawn clipped.
+// repainted, and of an element of natural size also what its last drawing covered. In kinds 1 to 5 and 7 a tab ends the
+// label, and what follows is a value at the right end. Colours of the record's own: colourA is the surface and colourB
+// the text; a caption's and a text item's colourA is the text. Records may hold any bits: what makes no sense is drawn
+// clipped.
 OSTREL_API void drawWidget(WidgetRecord record);
 
 // Paints the element's rectangle with the last lcd_clear colour.
