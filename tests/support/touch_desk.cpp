@@ -104,6 +104,11 @@ std::string TouchDesk::looks(int count) {
     return seen;
 }
 
+bool TouchDesk::waitForStream() const {
+    pollfd stream = {reader, POLLIN, 0};
+    return poll(&stream, 1, 10'000) == 1;
+}
+
 bool TouchDesk::isReadable(int descriptor) {
     pollfd program = {descriptor, POLLIN, 0};
     return poll(&program, 1, 0) == 1;

@@ -42,6 +42,9 @@ class TouchDesk {
     // The next looks of a program that polls, as "x,y" or "up", one a line.
     std::string looks(int count);
 
+    // Waits, in real time, for a writer on another thread. False when none has written within ten seconds.
+    bool waitForStream() const;
+
     int64_t nowMs = 1'000'000;
     int waits = 0; // how often something waited
 
