@@ -46,7 +46,9 @@ bool findTouchDevice(const std::string& directory, TouchDevice& opened, std::str
     why = "there is none";
     for (const std::string& name : eventNodes(directory)) {
         TouchDevice device;
-        if (!openTouchDevice((directory + "/" + name).c_str(), device, why))
+        std::string path = directory;
+        path.append("/").append(name);
+        if (!openTouchDevice(path.c_str(), device, why))
             continue;
         if (isTouchScreen(device)) {
             opened = device;
