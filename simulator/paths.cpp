@@ -15,7 +15,8 @@ fs::path ownDirectory() {
     return fs::read_symlink("/proc/self/exe", error).parent_path();
 }
 
-std::string firstDirectory(std::initializer_list<fs::path> candidates, const std::string& what) {
+std::string
+firstDirectory(std::initializer_list<fs::path> candidates, const std::string& what, const std::string& advice) {
     std::string places;
     for (const fs::path& candidate : candidates) {
         std::error_code error;
@@ -24,27 +25,27 @@ std::string firstDirectory(std::initializer_list<fs::path> candidates, const std
             return directory.string();
         places += (places.empty() ? "" : " or ") + candidate.lexically_normal().string();
     }
-    throw Failure("cannot find " + what + " in " + places);
+    throw Failure("cannot find " + what + " in " + places + "; " + advice);
 }
 
 } // namespace
 
 std::string supportDirectory() {
-    return firstDirectory(
-        {ownDirectory() / "../libexec/ostrel-sim"}, "the simulator's own files; install it again: they are not");
+    return firstDirectory({ownDirectory() / "../libexec/ostrel-sim"}, "the simulator's own files", "install it again");
 }
 
 std::string assetsDirectory() {
+    const std::string what = "the assets that become /ostrel";
     const char* chosen = getenv("OSTREL_ASSETS");
     if (chosen != nullptr && *chosen != '\0')
-        return firstDirectory({chosen}, "the assets that $OSTREL_ASSETS names");
+        return firstDirectory({chosen}, what, "that is what $OSTREL_ASSETS names");
     return firstDirectory(
-        {ownDirectory() / "../ostrel", ownDirectory() / "../share/ostrel"},
-        "the assets that become /ostrel (build them, or set $OSTREL_ASSETS): nothing");
+        {ownDirectory() / "../ostrel", ownDirectory() / "../share/ostrel"}, what,
+        "build or install them, or set $OSTREL_ASSETS");
 }
 
 std::string pageDirectory() {
-    return firstDirectory({ownDirectory() / "../libexec/ostrel-sim/page"}, "the panel's page");
+    return firstDirectory({ownDirectory() / "../libexec/ostrel-sim/page"}, "the panel's page", "install it again");
 }
 
 } // namespace ostrel

@@ -3,22 +3,25 @@
 #include "simulator/elf.h"
 #include "simulator/event_loop.h"
 #include "simulator/failure.h"
-#include "simulator/log.h"
 #include "simulator/panel.h"
 #include "simulator/paths.h"
 #include "simulator/program.h"
 #include "simulator/sandbox.h"
 #include "simulator/script_player.h"
+#include "simulator/shown_log.h"
 #include "simulator/state.h"
 #include "simulator/state_directory.h"
+#include "simulator/store/log.h"
 #include "simulator/store/power_on.h"
 #include "simulator/touch_stream.h"
+#include "simulator/web/web_panel.h"
 
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <optional>
 #include <poll.h>
 #include <sys/signalfd.h>
 
@@ -40,7 +43,7 @@ class Simulator {
   public:
     Simulator(const Options& options, const std::string& path)
         : options(options), path(path), directory(stateDirectoryFor(options, path), options.fresh),
-          log(directory.file(state::LOG), loop), panel(directory.file(state::FRAMEBUFFER), directory.page()),
+          panel(directory.file(state::FRAMEBUFFER), directory.page()),
           stream(directory.file(state::TOUCH), programKind(path).bits, loop, directory.page()),
           player(playerFor(options, loop, stream, panel)), program(loop) {}
 
@@ -48,12 +51,15 @@ class Simulator {
         switchOnStore();
         watchSignals();
         if (options.verbose)
-            log.show();
+            shownLog.emplace(directory.file(state::LOG), loop);
+        if (options.face == Face::Web)
+            web.emplace(std::filesystem::path(path).filename().string(), options.port, loop, panel, stream);
         startProgram();
+        if (web)
+            say("the panel is at " + web->address());
         if (player)
             player->play(options.speed, options.patienceMs, [this](const std::string& failure) { endPlay(failure); });
         loop.run();
-        log.copyRest();
         return exitStatus;
     }
 
@@ -81,13 +87,13 @@ class Simulator {
         view.assets = assetsDirectory();
         view.support = supportDirectory();
         view.asRoot = geteuid() == 0;
-        log.write("program " + path);
+        logLine(directory.path().c_str(), "starts %s", path.c_str());
         program.start(sandboxArguments(view), words, [this](const Ending& ending) { endRun(ending); });
     }
 
     void endRun(const Ending& ending) {
         loop.stop();
-        log.write("end " + ending.sentence);
+        logLine(directory.path().c_str(), "%s", ending.sentence.c_str());
         if (endingIt) // the simulator's own doing
             return;
         exitStatus = ending.status;
@@ -131,10 +137,11 @@ class Simulator {
     std::string path;
     EventLoop loop;
     StateDirectory directory;
-    Log log;
+    std::optional<ShownLog> shownLog;
     Panel panel;
     TouchStream stream;
     std::unique_ptr<ScriptPlayer> player;
+    std::optional<WebPanel> web;
     Program program;
     Descriptor signals;
     bool endingIt = false;

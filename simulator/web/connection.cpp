@@ -1,0 +1,221 @@
+#include "simulator/web/connection.h"
+
+#include "simulator/web/origin.h"
+
+#include <cerrno>
+#include <cstring>
+#include <poll.h>
+#include <sys/socket.h>
+#include <utility>
+
+namespace ostrel {
+namespace {
+
+// A browser speaks first, a VNC viewer waits for the server's greeting: who has been silent for so long is a viewer.
+constexpr int64_t SILENCE_MS = 150;
+// For a request, or for the handshake with somebody who types a password.
+constexpr int64_t REQUEST_MS = 10 * 1000;
+constexpr int64_t HANDSHAKE_MS = 120 * 1000;
+// A viewer that takes pictures more slowly than it asks for them.
+constexpr size_t MAX_OUTGOING_BYTES = 4U << 20;
+// Stops reading from a viewer whose messages the library has not taken yet.
+constexpr size_t MAX_TO_LIBRARY_BYTES = 64U << 10;
+
+} // namespace
+
+Connection::Connection(Descriptor connected, const WebContext& context, Closed closed)
+    : context(context), socket(std::move(connected)), closed(std::move(closed)) {
+    context.loop.watch(socket.get(), POLLIN, [this](short events) { onSocket(events); });
+    timer = context.loop.after(SILENCE_MS, [this] { becomeViewer(Kind::Viewer); });
+}
+
+Connection::~Connection() {
+    context.loop.cancel(timer);
+    context.loop.unwatch(socket.get());
+    context.loop.unwatch(library.get());
+}
+
+void Connection::onSocket(short events) {
+    if ((events & POLLOUT) != 0)
+        flush();
+    if (!socket.isOpen() || (events & ~POLLOUT) == 0)
+        return;
+    readSocket();
+}
+
+void Connection::readSocket() {
+    char bytes[16384];
+    const ssize_t count = recv(socket.get(), bytes, sizeof bytes, 0);
+    if (count < 0 && (errno == EAGAIN || errno == EINTR))
+        return;
+    if (count <= 0) {
+        close();
+        return;
+    }
+    if (closing) // what comes after the end of the conversation
+        return;
+    incoming.append(bytes, static_cast<size_t>(count));
+    understand();
+}
+
+void Connection::understand() {
+    if (kind == Kind::Unknown) {
+        kind = Kind::Http;
+        context.loop.cancel(timer);
+        timer = context.loop.after(REQUEST_MS, [this] { close(); });
+    }
+    if (kind == Kind::Http)
+        answerRequest();
+    else
+        passToLibrary();
+}
+
+void Connection::answerRequest() {
+    HttpRequest request;
+    const HttpResult result = readRequest(incoming, request);
+    if (result == HttpResult::Incomplete)
+        return;
+    const auto refuse = [this](const char* status, const char* sentence) {
+        outgoing += answer(status, "text/plain", sentence, true);
+        closeSoon();
+    };
+    if (result == HttpResult::Malformed)
+        return refuse("400 Bad Request", "This is not a proper request.\n");
+    if (!isForThisPanel(request, context.port))
+        return refuse("421 Misdirected Request", "The panel answers to 127.0.0.1 and localhost only.\n");
+    if (request.target == "/panel") {
+        const std::string accepted = acceptWebSocket(request);
+        if (!isFromThisPanel(request, context.port))
+            return refuse("403 Forbidden", "Only the panel's own page may connect.\n");
+        if (accepted.empty())
+            return refuse("426 Upgrade Required", "This address is for WebSockets.\n");
+        outgoing += accepted;
+        becomeViewer(Kind::WebSocket);
+        if (socket.isOpen() && !incoming.empty())
+            passToLibrary();
+        return;
+    }
+    if (request.method != "GET" && request.method != "HEAD")
+        return refuse("405 Method Not Allowed", "The panel's page can only be read.\n");
+    outgoing += answerWithFile(context.files, request.target, request.method == "GET");
+    closeSoon();
+}
+
+void Connection::becomeViewer(Kind viewerKind) {
+    kind = viewerKind;
+    context.loop.cancel(timer);
+    timer = context.loop.after(HANDSHAKE_MS, [this] { close(); });
+    sendToViewer(RFB_GREETING);
+}
+
+void Connection::passToLibrary() {
+    bool alive = true;
+    if (kind == Kind::WebSocket) {
+        std::string answers;
+        alive = webSocket.decode(incoming, rfb, answers);
+        outgoing += answers;
+    } else
+        rfb += std::exchange(incoming, "");
+    alive = passGate(rfb) && alive;
+    if (!alive)
+        closeSoon();
+    else
+        flush();
+}
+
+bool Connection::passGate(std::string& received) {
+    if (!gate.pass(received, toLibrary))
+        return false;
+    if (gate.isEstablished())
+        context.loop.cancel(std::exchange(timer, 0));
+    if (!library.isOpen() && !toLibrary.empty()) {
+        int ends[2] = {};
+        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends) != 0)
+            return false;
+        library = Descriptor(ends[0]);
+        greetingToSkip = strlen(RFB_GREETING);
+        // The version lies ready before the library sees the viewer: it looks for it at once.
+        if (send(library.get(), toLibrary.data(), toLibrary.size(), MSG_NOSIGNAL) !=
+            static_cast<ssize_t>(toLibrary.size()))
+            return false;
+        toLibrary.clear();
+        context.addViewer(Descriptor(ends[1]));
+        context.loop.watch(library.get(), POLLIN, [this](short /*events*/) { onLibrary(); });
+    }
+    return true;
+}
+
+void Connection::onLibrary() {
+    char bytes[65536];
+    const ssize_t count = recv(library.get(), bytes, sizeof bytes, 0);
+    if (count <= 0) {
+        if (count < 0 && (errno == EAGAIN || errno == EINTR))
+            flush(); // the library took something
+        else
+            closeSoon();
+        return;
+    }
+    const size_t skipped = std::min(greetingToSkip, static_cast<size_t>(count));
+    greetingToSkip -= skipped;
+    sendToViewer({bytes + skipped, bytes + count});
+}
+
+void Connection::sendToViewer(const std::string& bytes) {
+    if (!bytes.empty())
+        outgoing += kind == Kind::WebSocket ? binaryFrame(bytes) : bytes;
+    if (outgoing.size() > MAX_OUTGOING_BYTES)
+        close();
+    else
+        flush();
+}
+
+// Moves what can be moved in both directions and asks the loop for the rest.
+void Connection::flush() {
+    const ssize_t sent = send(socket.get(), outgoing.data(), outgoing.size(), MSG_NOSIGNAL);
+    if (sent < 0 && errno != EAGAIN && errno != EINTR) {
+        close();
+        return;
+    }
+    if (sent > 0)
+        outgoing.erase(0, static_cast<size_t>(sent));
+    // A viewer that has not taken the last picture gets no next one: its requests wait.
+    const bool mayPass = library.isOpen() && outgoing.empty();
+    if (mayPass && !toLibrary.empty()) {
+        const ssize_t passed = send(library.get(), toLibrary.data(), toLibrary.size(), MSG_NOSIGNAL);
+        if (passed > 0)
+            toLibrary.erase(0, static_cast<size_t>(passed));
+    }
+    if (closing && outgoing.empty()) {
+        shutdown(socket.get(), SHUT_WR);
+        close();
+        return;
+    }
+    const bool maySay = toLibrary.size() < MAX_TO_LIBRARY_BYTES;
+    context.loop.change(socket.get(), static_cast<short>((maySay ? POLLIN : 0) | (outgoing.empty() ? 0 : POLLOUT)));
+    if (library.isOpen())
+        context.loop.change(library.get(), static_cast<short>(POLLIN | (mayPass && !toLibrary.empty() ? POLLOUT : 0)));
+}
+
+// Ends the connection when the other side has got its answer, or does not take it.
+void Connection::closeSoon() {
+    closing = true;
+    context.loop.unwatch(library.get());
+    library.reset();
+    context.loop.cancel(timer);
+    timer = context.loop.after(REQUEST_MS, [this] { close(); });
+    flush();
+}
+
+// Through the loop: whoever called is done with this object by then.
+void Connection::close() {
+    if (!socket.isOpen())
+        return;
+    context.loop.unwatch(socket.get());
+    context.loop.unwatch(library.get());
+    socket.reset();
+    library.reset();
+    context.loop.cancel(timer);
+    timer = context.loop.after(0, [this] { std::exchange(closed, nullptr)(); });
+}
+
+} // namespace ostrel

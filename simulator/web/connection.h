@@ -1,0 +1,75 @@
+// One connection to the panel's port: finds out whether it is HTTP, a WebSocket or a VNC viewer, and carries a viewer's
+// bytes to and from the VNC library. Never waits for the other side.
+#ifndef OSTREL_SIMULATOR_WEB_CONNECTION_H
+#define OSTREL_SIMULATOR_WEB_CONNECTION_H
+
+#include "simulator/descriptor.h"
+#include "simulator/event_loop.h"
+#include "simulator/web/rfb_gate.h"
+#include "simulator/web/static_files.h"
+#include "simulator/web/websocket.h"
+
+#include <functional>
+#include <string>
+
+namespace ostrel {
+
+// What all connections share.
+struct WebContext {
+    EventLoop& loop;
+    StaticFiles files;
+    int port;
+    std::function<void(Descriptor)> addViewer;
+};
+
+class Connection {
+  public:
+    using Closed = std::function<void()>;
+
+    // `closed` is called once, last; it may destroy the connection.
+    Connection(Descriptor socket, const WebContext& context, Closed closed);
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    // Somebody who looks at the panel, or is about to.
+    bool isViewer() const { return library.isOpen(); }
+
+    // A viewer that has finished its handshake.
+    bool isEstablished() const { return gate.isEstablished(); }
+
+  private:
+    enum class Kind { Unknown, Http, WebSocket, Viewer };
+
+    void onSocket(short events);
+    void onLibrary();
+    void readSocket();
+    void understand();
+    void answerRequest();
+    void becomeViewer(Kind viewerKind);
+    void passToLibrary();
+    bool passGate(std::string& received);
+    void sendToViewer(const std::string& bytes);
+    void flush();
+    void closeSoon();
+    void close();
+
+    const WebContext& context;
+    Descriptor socket;
+    Closed closed;
+    Kind kind = Kind::Unknown;
+    std::string incoming;      // from the network, not understood yet
+    std::string outgoing;      // to the network
+    std::string rfb;           // what a WebSocket carried, not passed yet
+    std::string toLibrary;     // passed, not taken yet
+    size_t greetingToSkip = 0; // the library's own greeting, which was sent long before
+    bool closing = false;
+    WebSocketDecoder webSocket;
+    RfbGate gate;
+    Descriptor library;
+    EventLoop::Timer timer = 0;
+};
+
+} // namespace ostrel
+
+#endif

@@ -1,0 +1,142 @@
+// How a run ends, and what the user is told.
+#include "tests/e2e/simulator_run.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace {
+
+TEST(Ending, PassesTheProgramsStatusOn) {
+    const Desk desk;
+    const Told good = desk.run("--headless true");
+    EXPECT_EQ(good.status, 0);
+    EXPECT_EQ(good.errors, "");
+    const Told bad = desk.run("--headless sh -c 'exit 3'");
+    EXPECT_EQ(bad.status, 3);
+    EXPECT_EQ(bad.errors, "ostrel-sim: sh exited with status 3\n");
+}
+
+TEST(Ending, NamesTheSignalThatEndedTheProgram) {
+    const Desk desk;
+    const Told crash = desk.run("--headless '" OSTREL_PROBE "' crash", "prlimit --core=0");
+    EXPECT_EQ(crash.status, 134);
+    EXPECT_EQ(crash.errors, "ostrel-sim: probe was ended by signal 6 (Aborted)\n");
+    const Told killed = desk.run("--headless sh -c 'kill -KILL $$'");
+    EXPECT_EQ(killed.status, 137);
+    EXPECT_EQ(killed.errors, "ostrel-sim: sh was ended by signal 9 (Killed)\n");
+}
+
+TEST(Ending, PassesOutputAndErrorsThrough) {
+    const Desk desk;
+    const Told run = desk.run("--headless sh -c 'echo to output; echo to errors >&2; cat' < /dev/null");
+    EXPECT_EQ(run.output, "to output\n");
+    EXPECT_EQ(run.errors, "to errors\n");
+}
+
+TEST(Ending, SaysWhyAProgramCannotBeRun) {
+    const Desk desk;
+    const Told missing = desk.run("--headless ./nothing");
+    EXPECT_EQ(missing.status, 127);
+    EXPECT_EQ(missing.errors, "ostrel-sim: there is no program ./nothing: No such file or directory\n");
+
+    desk.write("text", "no program");
+    const Told text = desk.run("--headless ./text");
+    EXPECT_EQ(text.status, 126);
+    EXPECT_EQ(text.errors, "ostrel-sim: ./text is not executable; chmod +x makes it so\n");
+
+    chmod(desk.file("text").c_str(), 0755);
+    const Told noProgram = desk.run("--headless ./text");
+    EXPECT_EQ(noProgram.status, 126);
+    EXPECT_EQ(
+        noProgram.errors, "ostrel-sim: cannot run " + desk.file("text") +
+                              ": it is neither a program nor a script that names its interpreter\n");
+
+    desk.write("orphan", "#!/no/interpreter\n");
+    chmod(desk.file("orphan").c_str(), 0755);
+    const Told orphan = desk.run("--headless ./orphan");
+    EXPECT_EQ(orphan.status, 126);
+    EXPECT_EQ(
+        orphan.errors, "ostrel-sim: cannot run " + desk.file("orphan") +
+                           ": its interpreter or dynamic loader is not on this machine\n");
+}
+
+TEST(Ending, NamesTheMachineOfAForeignProgram) {
+    const Desk desk;
+    std::string header(
+        "\x7f"
+        "ELF\x01\x01\x01",
+        7);
+    header.resize(64);
+    header[16] = 2;
+    header[18] = '\xf3'; // RISC-V
+    desk.write("foreign", header);
+    chmod(desk.file("foreign").c_str(), 0755);
+    const Told run = desk.run("--headless ./foreign");
+    EXPECT_EQ(run.status, 126);
+    EXPECT_EQ(
+        run.errors, "ostrel-sim: cannot run " + desk.file("foreign") +
+                        ": it is a program for RISC-V; compile it for this machine, or install qemu-user-static\n");
+}
+
+TEST(Ending, SaysWhatIsMissingOnTheMachine) {
+    const Desk desk;
+    const Told noBubblewrap = desk.run("--headless /bin/true", "PATH=/nowhere");
+    EXPECT_EQ(noBubblewrap.status, 125);
+    EXPECT_EQ(
+        noBubblewrap.errors, "ostrel-sim: bubblewrap is missing, which makes the program's view of the files; "
+                             "apt-get install bubblewrap\n");
+    const Told noAssets = desk.run("--headless true", "OSTREL_ASSETS=/nowhere");
+    EXPECT_EQ(noAssets.status, 125);
+    EXPECT_EQ(
+        noAssets.errors,
+        "ostrel-sim: cannot find the assets that become /ostrel in /nowhere; that is what $OSTREL_ASSETS names\n");
+    const Told noScript = desk.run("--script nothing true");
+    EXPECT_EQ(noScript.status, 125);
+    EXPECT_EQ(noScript.errors, "ostrel-sim: cannot read the script nothing: No such file or directory\n");
+}
+
+// A stand-in for a bubblewrap that the kernel does not let make namespaces.
+TEST(Ending, SaysThatNamespacesAreNotAllowed) {
+    const Desk desk;
+    std::filesystem::create_directory(desk.file("bin"));
+    desk.write("bin/bwrap", "#!/bin/sh\necho 'bwrap: No permissions to create new namespace' >&2\nexit 1\n");
+    chmod(desk.file("bin/bwrap").c_str(), 0755);
+    const Told run = desk.run("--headless true", "PATH='" + desk.file("bin") + ":'$PATH");
+    EXPECT_EQ(run.status, 125);
+    EXPECT_EQ(
+        run.errors.substr(0, 105), "ostrel-sim: cannot make the program's view of the files: bwrap: No permissions "
+                                   "to create new namespace; t");
+}
+
+TEST(Ending, LeavesNobodyBehind) {
+    const Desk desk;
+    // Its child outlives it in the view, and writes should it still live afterwards.
+    const Told run = desk.run("--headless sh -c '(sleep 1; touch alive) & exit 0'");
+    EXPECT_EQ(run.status, 0);
+    desk.run("--headless sleep 1.2");
+    EXPECT_FALSE(std::filesystem::exists(desk.file("alive")));
+}
+
+TEST(Ending, OfTheSimulatorIsTheEndOfTheProgram) {
+    const Desk desk;
+    for (const char* signal : {"TERM", "KILL"}) {
+        // The program says when it is there, and goes on saying so as long as it lives.
+        desk.write(
+            "program", "#!/bin/sh\ntrap 'echo asked > '" + desk.file("asked") +
+                           "'; exit' TERM\nwhile sleep 0.02; do echo x >> '" + desk.file("alive") + "'; done\n");
+        chmod(desk.file("program").c_str(), 0755);
+        std::filesystem::remove(desk.file("alive"));
+        desk.write(
+            "kill.sh", std::string("'" OSTREL_SIM "' --headless --state state ./program & pid=$!\n"
+                                   "while ! test -s alive; do sleep 0.02; done\nkill -") +
+                           signal + " $pid; wait $pid; echo $?\nsleep 0.3; rm -f alive; sleep 0.3; ls alive\n");
+        const std::string command =
+            "cd '" + desk.directory.path + "' && OSTREL_ASSETS=assets sh kill.sh > output 2> errors";
+        EXPECT_NE(system(command.c_str()), -1); // NOLINT(cert-env33-c,concurrency-mt-unsafe): a test of a command
+        EXPECT_EQ(contentOf(desk.file("output")), *signal == 'T' ? "143\n" : "137\n");
+        EXPECT_FALSE(std::filesystem::exists(desk.file("alive"))) << signal;
+    }
+    EXPECT_EQ(contentOf(desk.file("asked")), "asked\n"); // SIGTERM reached the program
+}
+
+} // namespace

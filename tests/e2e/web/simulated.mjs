@@ -1,0 +1,109 @@
+// A simulator with a web panel, and a browser to look at it.
+import { spawn } from 'node:child_process';
+import { mkdtempSync, rmSync } from 'node:fs';
+import { tmpdir } from 'node:os';
+import { join } from 'node:path';
+import { chromium } from 'playwright-core';
+
+export const PANEL = { width: 320, height: 240 };
+
+export function temporaryDirectory() {
+  return mkdtempSync(join(tmpdir(), 'ostrel-web-'));
+}
+
+// Starts a program in the simulator, until the test is over. `address` is the one that it prints, `output` grows with
+// what the program says, `ended` gives the exit status.
+export async function simulate(test, program, options = []) {
+  const state = temporaryDirectory();
+  const child = spawn(process.env.OSTREL_SIM, ['--web', '--state', state, ...options, ...program]);
+  const simulated = { address: '', output: '', errors: '', ended: null, stop: null };
+  simulated.ended = new Promise((resolve) => child.on('close', (status, signal) => resolve(status ?? signal)));
+  simulated.stop = () => {
+    child.kill('SIGTERM');
+    return simulated.ended;
+  };
+  test.after(async () => {
+    await simulated.stop();
+    rmSync(state, { recursive: true });
+  });
+  child.stdout.on('data', (data) => { simulated.output += data; });
+  await new Promise((resolve, reject) => {
+    child.stderr.on('data', (data) => {
+      simulated.errors += data;
+      const found = /the panel is at (\S+)/.exec(simulated.errors);
+      if (found) {
+        simulated.address = found[1];
+        resolve();
+      }
+    });
+    child.on('close', () => reject(new Error(simulated.errors)));
+  });
+  return simulated;
+}
+
+export async function startBrowser() {
+  const profile = temporaryDirectory();
+  const context = await chromium.launchPersistentContext(profile, {
+    executablePath: process.env.CHROMIUM || '/usr/bin/chromium',
+    headless: true,
+    viewport: { width: 1280, height: 800 },
+    args: ['--headless', '--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
+      '--disable-background-networking', '--disable-component-update', '--disable-sync'],
+  });
+  return {
+    context,
+    close: async () => {
+      await context.close();
+      rmSync(profile, { recursive: true, force: true });
+    },
+  };
+}
+
+// Opens the panel's page, until the test is over, and waits for its first picture.
+export async function openPanel(test, context, simulated) {
+  const page = await context.newPage();
+  test.after(() => page.close());
+  page.mistakes = [];
+  page.on('console', (message) => { if (message.type() === 'error') page.mistakes.push(message.text()); });
+  page.on('pageerror', (error) => page.mistakes.push(String(error)));
+  await page.goto(simulated.address);
+  await page.waitForSelector('#state.connected');
+  await page.waitForSelector('#screen canvas');
+  return page;
+}
+
+// The whole panel as the browser has it: 0xRRGGBB, row by row.
+export async function pixels(page) {
+  return page.evaluate(() => {
+    const canvas = document.querySelector('#screen canvas');
+    const data = canvas.getContext('2d').getImageData(0, 0, canvas.width, canvas.height).data;
+    const colours = new Array(canvas.width * canvas.height);
+    for (let i = 0; i < colours.length; i++)
+      colours[i] = data[4 * i] << 16 | data[4 * i + 1] << 8 | data[4 * i + 2];
+    return colours;
+  });
+}
+
+export async function pixel(page, x, y) {
+  return (await pixels(page))[y * PANEL.width + x];
+}
+
+// Waits until `isSo()` is true.
+export async function until(isSo, what, timeoutMs = 10000) {
+  const end = Date.now() + timeoutMs;
+  while (!await isSo()) {
+    if (Date.now() > end)
+      throw new Error(`waited in vain until ${what}`);
+    await new Promise((resolve) => { setTimeout(resolve, 10); });
+  }
+}
+
+// Where a pixel of the panel is in the window.
+export async function place(page, x, y) {
+  const box = await page.locator('#screen canvas').boundingBox();
+  return [box.x + (x + 0.5) * box.width / PANEL.width, box.y + (y + 0.5) * box.height / PANEL.height];
+}
+
+export async function click(page, x, y) {
+  await page.mouse.click(...await place(page, x, y), { delay: 30 });
+}

@@ -1,0 +1,114 @@
+#include "simulator/web/http.h"
+#include "simulator/web/origin.h"
+#include "simulator/web/static_files.h"
+#include "tests/unit/simulator/temporary_directory.h"
+
+#include <fstream>
+#include <gtest/gtest.h>
+
+using namespace ostrel;
+
+namespace {
+
+HttpRequest requestWith(const std::string& headers) {
+    std::string bytes = "GET / HTTP/1.1\r\n" + headers + "\r\n";
+    HttpRequest request;
+    EXPECT_EQ(readRequest(bytes, request), HttpResult::Complete) << headers;
+    return request;
+}
+
+TEST(Http, ReadsARequestHoweverItArrives) {
+    const std::string whole =
+        "GET /panel?x=1 HTTP/1.1\r\nHost: localhost:1\r\nX-Empty:\r\nConnection: keep-alive, Upgrade\r\n\r\n";
+    HttpRequest request;
+    for (size_t length = 0; length < whole.size(); ++length) {
+        std::string part = whole.substr(0, length);
+        EXPECT_EQ(readRequest(part, request), HttpResult::Incomplete) << length;
+    }
+    std::string bytes = whole + "more";
+    ASSERT_EQ(readRequest(bytes, request), HttpResult::Complete);
+    EXPECT_EQ(bytes, "more");
+    EXPECT_EQ(request.method, "GET");
+    EXPECT_EQ(request.target, "/panel?x=1");
+    EXPECT_EQ(request.header("host"), "localhost:1");
+    EXPECT_EQ(request.header("x-empty"), "");
+    EXPECT_TRUE(request.hasWord("connection", "upgrade"));
+    EXPECT_FALSE(request.hasWord("connection", "up"));
+}
+
+TEST(Http, RefusesWhatIsNoRequest) {
+    for (const char* text :
+         {"\r\n\r\n", "GET\r\n\r\n", "GET /\r\n\r\n", "GET / HTTP/2\r\n\r\n", "GET http://x/ HTTP/1.1\r\n\r\n",
+          "GET / HTTP/1.1 x\r\n\r\n", "GET / HTTP/1.1\r\nno colon\r\n\r\n", "GET / HTTP/1.1\r\n: x\r\n\r\n",
+          "GET / HTTP/1.1\r\n folded: x\r\n\r\n", "GET / HTTP/1.1\r\nHost: a\r\nhost: b\r\n\r\n",
+          "GET / HTTP/1.1\r\nA: b\nC: d\r\n\r\n", "POST / HTTP/1.1\r\nContent-Length: 3\r\n\r\nabc",
+          "POST / HTTP/1.1\r\nTransfer-Encoding: chunked\r\n\r\n"}) {
+        std::string bytes = text;
+        HttpRequest request;
+        EXPECT_EQ(readRequest(bytes, request), HttpResult::Malformed) << text;
+    }
+}
+
+TEST(Http, DoesNotCollectAnEndlessRequest) {
+    HttpRequest request;
+    std::string bytes = "GET / HTTP/1.1\r\nA: " + std::string(8192, 'x');
+    EXPECT_EQ(readRequest(bytes, request), HttpResult::Malformed);
+    bytes = "GET / HTTP/1.1\r\nA: " + std::string(8000, 'x');
+    EXPECT_EQ(readRequest(bytes, request), HttpResult::Incomplete);
+    bytes += std::string(300, 'x') + "\r\n\r\n";
+    EXPECT_EQ(readRequest(bytes, request), HttpResult::Malformed);
+}
+
+TEST(Origin, IsThePanelsOwnPage) {
+    for (const char* host : {"127.0.0.1:6080", "localhost:6080", "[::1]:6080"}) {
+        EXPECT_TRUE(isForThisPanel(requestWith(std::string("Host: ") + host + "\r\n"), 6080)) << host;
+        EXPECT_TRUE(isFromThisPanel(requestWith(std::string("Origin: http://") + host + "\r\n"), 6080)) << host;
+    }
+    EXPECT_TRUE(isForThisPanel(requestWith("Host: localhost\r\n"), 80));
+    EXPECT_TRUE(isFromThisPanel(requestWith("Host: localhost\r\n"), 80)); // no browser's page
+}
+
+TEST(Origin, OfOthersIsRefused) {
+    for (const char* host :
+         {"", "localhost", "localhost:6081", "evil.example:6080", "127.0.0.1.evil.example:6080", "xlocalhost:6080",
+          "localhost:6080.evil.example"}) {
+        EXPECT_FALSE(isForThisPanel(requestWith(std::string("Host: ") + host + "\r\n"), 6080)) << host;
+        EXPECT_FALSE(isFromThisPanel(requestWith(std::string("Origin: http://") + host + "\r\n"), 6080)) << host;
+    }
+    EXPECT_FALSE(isForThisPanel(requestWith("X: y\r\n"), 6080)); // no Host at all
+    for (const char* origin : {"null", "", "https://localhost:6080", "localhost:6080", "http://localhost:6080/"})
+        EXPECT_FALSE(isFromThisPanel(requestWith(std::string("Origin: ") + origin + "\r\n"), 6080)) << origin;
+}
+
+class StaticFilesTest : public testing::Test {
+  protected:
+    StaticFilesTest() : files{directory.file("page"), directory.file("novnc")} {
+        for (const char* folder : {"page", "novnc", "novnc/core", "page/folder.js"})
+            std::filesystem::create_directory(directory.file(folder));
+        std::ofstream(directory.file("page/index.html")) << "the page";
+        std::ofstream(directory.file("novnc/core/rfb.js")) << "the client";
+        std::ofstream(directory.file("secret.js")) << "secret";
+    }
+
+    TemporaryDirectory directory;
+    StaticFiles files;
+};
+
+TEST_F(StaticFilesTest, AreServedWithTheirType) {
+    const std::string page = answerWithFile(files, "/?a=b", true);
+    EXPECT_EQ(page.rfind("HTTP/1.1 200 OK\r\nContent-Type: text/html; charset=utf-8\r\nContent-Length: 8\r\n", 0), 0U);
+    EXPECT_EQ(page.substr(page.size() - 12), "\r\n\r\nthe page");
+    EXPECT_NE(answerWithFile(files, "/novnc/core/rfb.js", true).find("text/javascript"), std::string::npos);
+    const std::string head = answerWithFile(files, "/", false);
+    EXPECT_NE(head.find("Content-Length: 8\r\n"), std::string::npos);
+    EXPECT_EQ(head.substr(head.size() - 4), "\r\n\r\n");
+}
+
+TEST_F(StaticFilesTest, DoNotLeadElsewhere) {
+    for (const char* target :
+         {"/../secret.js", "/novnc/../../secret.js", "/%2e%2e/secret.js", "/nothing.js", "/folder.js", "/index",
+          "//secret.js", "/novnc", "/index.html\\"})
+        EXPECT_EQ(answerWithFile(files, target, true).rfind("HTTP/1.1 404 Not Found\r\n", 0), 0U) << target;
+}
+
+} // namespace
