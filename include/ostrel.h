@@ -4,6 +4,8 @@
 
 #include "gui/display.h"
 #include "gui/modal.h"
+#include "gui/program_globals.h"
+#include "gui/screen.h"
 #include "gui/widget.h"
 #include "keyboard/keyboard.h"
 #include "lang/languages.h"
