@@ -1,6 +1,7 @@
 #include "simulator/failure.h"
 #include "simulator/nvram_cli.h"
 #include "simulator/options.h"
+#include "simulator/paths.h"
 #include "simulator/simulator.h"
 
 #include <exception>
@@ -10,7 +11,7 @@ int main(int argc, char** argv) {
     using namespace ostrel;
     try {
         if (argc > 1 && std::string(argv[1]) == "nvram") {
-            runNvram({argv + 2, argv + argc}, std::cout);
+            runNvram({argv + 2, argv + argc}, supportDirectory() + "/factory-settings", std::cout);
             return 0;
         }
         const Options options = parseOptions({argv + 1, argv + argc});

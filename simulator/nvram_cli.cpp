@@ -87,8 +87,9 @@ Words takeOptions(const Words& words, NvramRequest& request, bool& helpWanted) {
 
 } // namespace
 
-void runNvram(const Words& words, std::ostream& out) {
+void runNvram(const Words& words, const std::string& factory, std::ostream& out) {
     NvramRequest request;
+    request.factory = factory;
     bool helpWanted = false;
     Words rest = takeOptions(words, request, helpWanted);
     if (helpWanted) {

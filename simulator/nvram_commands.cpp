@@ -3,7 +3,6 @@
 #include "simulator/descriptor.h"
 #include "simulator/failure.h"
 #include "simulator/nvram_cli.h"
-#include "simulator/paths.h"
 #include "simulator/simulator.h"
 #include "simulator/state.h"
 #include "simulator/store/escaped.h"
@@ -36,10 +35,6 @@ std::vector<Section> sectionsOf(const NvramRequest& request) {
     if (request.words.empty())
         return {std::begin(SECTIONS), std::end(SECTIONS)};
     return {sectionOf(request.words[0])};
-}
-
-std::string factoryFile() {
-    return assetsDirectory() + "/factory-settings";
 }
 
 // While a simulator runs there, what its programs have set and not committed counts too.
@@ -110,10 +105,9 @@ void set(const NvramRequest& request, std::ostream& /*out*/) {
 }
 
 void factoryReset(const NvramRequest& request, std::ostream& /*out*/) {
-    const std::string factory = factoryFile();
     for (const Section section : sectionsOf(request)) {
         std::vector<std::string> messages;
-        const int error = resetSection(request.directory, section, factory, messages);
+        const int error = resetSection(request.directory, section, request.factory, messages);
         for (const std::string& message : messages)
             say(message);
         if (error != 0)
@@ -144,7 +138,7 @@ void prepareStore(const NvramCommand& command, const NvramRequest& request) {
             continue;
         if (!command.makesStore)
             fail("there are no settings in " + request.directory + " yet: no program has run there");
-        const int failure = resetSection(request.directory, section, factoryFile(), messages);
+        const int failure = resetSection(request.directory, section, request.factory, messages);
         for (const std::string& message : messages)
             say(message);
         if (failure != 0)

@@ -10,6 +10,7 @@ namespace ostrel {
 
 struct NvramRequest {
     std::string directory;          // the state directory
+    std::string factory;            // the file with the factory settings
     bool committed = false;         // leave out what was set and not committed
     std::vector<std::string> words; // what follows the command
 };

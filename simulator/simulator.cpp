@@ -67,7 +67,7 @@ class Simulator {
     // The program may be started anew in one run; the settings it has not committed are lost only with the power.
     void switchOnStore() {
         std::vector<std::string> messages;
-        const bool usable = powerOnStore(directory.path(), assetsDirectory() + "/factory-settings", messages);
+        const bool usable = powerOnStore(directory.path(), supportDirectory() + "/factory-settings", messages);
         for (const std::string& message : messages)
             say(message);
         if (!usable)

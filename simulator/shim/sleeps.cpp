@@ -108,21 +108,21 @@ int sleepByClock(
 
 extern "C" {
 
-__attribute__((visibility("default"))) int nanosleep(const timespec* wanted, timespec* left) {
-    return ostrel::sleepFor(ostrel::next<ostrel::Sleep<timespec>>("nanosleep"), wanted, left);
+__attribute__((visibility("default"))) int nanosleep(const timespec* requested_time, timespec* remaining) {
+    return ostrel::sleepFor(ostrel::next<ostrel::Sleep<timespec>>("nanosleep"), requested_time, remaining);
 }
 
 __attribute__((visibility("default"))) int
-clock_nanosleep(clockid_t clock, int flags, const timespec* wanted, timespec* left) {
+clock_nanosleep(clockid_t clock_id, int flags, const timespec* req, timespec* rem) {
     return ostrel::sleepByClock(
-        ostrel::next<ostrel::ClockSleep<timespec>>("clock_nanosleep"), clock_gettime, clock, flags, wanted, left);
+        ostrel::next<ostrel::ClockSleep<timespec>>("clock_nanosleep"), clock_gettime, clock_id, flags, req, rem);
 }
 
-__attribute__((visibility("default"))) int usleep(useconds_t microseconds) {
+__attribute__((visibility("default"))) int usleep(useconds_t useconds) {
     constexpr useconds_t US_PER_S = 1000000;
     timespec wanted = {};
-    wanted.tv_sec = static_cast<time_t>(microseconds / US_PER_S);
-    wanted.tv_nsec = static_cast<long>(microseconds % US_PER_S) * 1000;
+    wanted.tv_sec = static_cast<time_t>(useconds / US_PER_S);
+    wanted.tv_nsec = static_cast<long>(useconds % US_PER_S) * 1000;
     return nanosleep(&wanted, nullptr);
 }
 

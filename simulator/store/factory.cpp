@@ -1,6 +1,7 @@
 #include "simulator/store/escaped.h"
 #include "simulator/store/power_on.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -44,11 +45,13 @@ const char* addLine(const std::string& line, Text& text, size_t& size) {
     return nullptr;
 }
 
+std::string headOf(Section section) {
+    return std::string("[") + sectionName(section) + "]";
+}
+
 bool isKnownSection(const std::string& line) {
-    for (const Section section : SECTIONS)
-        if (line == std::string("[") + sectionName(section) + "]")
-            return true;
-    return false;
+    return std::any_of(
+        std::begin(SECTIONS), std::end(SECTIONS), [&](Section section) { return line == headOf(section); });
 }
 
 } // namespace
@@ -62,7 +65,7 @@ readFactory(const std::string& factory, Section section, char (&text)[STORE_SIZE
     }
     const auto content = std::make_unique<Text>();
     size_t size = emptyStore(section, content->bytes);
-    const std::string wanted = std::string("[") + sectionName(section) + "]";
+    const std::string wanted = headOf(section);
     std::string current;
     std::string line;
     for (int number = 1; std::getline(file, line); ++number) {

@@ -4,12 +4,14 @@
 #include "simulator/store/store_files.h"
 #include "simulator/store/store_system.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <fcntl.h>
+#include <iterator>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -54,6 +56,7 @@ void logLine(const char* directory, const char* format, ...) {
     size_t length = writePrefix(line);
     va_list arguments;
     va_start(arguments, format);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): va_start stands right above
     const int wanted = vsnprintf(line + length, sizeof line - length, format, arguments);
     va_end(arguments);
     length += wanted > 0 ? static_cast<size_t>(wanted) : 0;
@@ -75,13 +78,11 @@ void logLine(const char* directory, const char* format, ...) {
 bool isSecret(const char* name) {
     static constexpr const char* PARTS[] = {"password", "passphrase", "psk", "secret"};
     static constexpr const char* ENDINGS[] = {"pin", "key"};
-    for (const char* part : PARTS)
-        if (strcasestr(name, part) != nullptr)
-            return true;
-    for (const char* ending : ENDINGS)
-        if (endsWith(name, ending))
-            return true;
-    return false;
+    return std::any_of(
+               std::begin(PARTS), std::end(PARTS),
+               [&](const char* part) { return strcasestr(name, part) != nullptr; }) ||
+           std::any_of(
+               std::begin(ENDINGS), std::end(ENDINGS), [&](const char* ending) { return endsWith(name, ending); });
 }
 
 void showValue(char (&shown)[SHOWN_SIZE], const char* name, const char* value) {

@@ -217,7 +217,7 @@ TEST_F(DeviceRequests, ThePanelTellsItsFormatAndGoesDark) {
     EXPECT_EQ(requestFramebuffer(FBIOPUT_VSCREENINFO, &format), 0);
     format.xres = 640;
     EXPECT_EQ(requestFramebuffer(FBIOPUT_VSCREENINFO, &format), -EINVAL);
-    EXPECT_EQ(requestFramebuffer(FBIOBLANK, reinterpret_cast<void*>(FB_BLANK_POWERDOWN)), 0);
+    EXPECT_EQ(requestFramebuffer(FBIOBLANK, reinterpret_cast<void*>(4)), 0);
     EXPECT_EQ(page.blanked, 4U);
     EXPECT_EQ(requestFramebuffer(FBIOBLANK, reinterpret_cast<void*>(5)), -EINVAL);
     EXPECT_EQ(requestFramebuffer(FBIOBLANK, nullptr), 0);
