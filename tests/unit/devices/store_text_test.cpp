@@ -3,6 +3,7 @@
 #include "tests/support/scale.h"
 
 #include <cstring>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <map>
 #include <random>
@@ -138,6 +139,18 @@ TEST(StoreText, EveryChangedLostOrAddedByteIsNoticed) {
         EXPECT_NE(faultOf(good.substr(0, at) + good.substr(at + 1)), "") << "without " << at;
     }
     EXPECT_NE(faultOf(good + "\n"), "");
+}
+
+TEST(StoreText, TheExampleInTheDocumentationIsAStore) {
+    std::ifstream documentation(STORE_DOCUMENTATION);
+    std::string example;
+    for (std::string line; std::getline(documentation, line);)
+        if (line.rfind("    ostrel-settings", 0) == 0 || (!example.empty() && line.rfind("    ", 0) == 0))
+            example += line.substr(4) + "\n";
+        else if (!example.empty())
+            break;
+    EXPECT_EQ(faultOf(example), "");
+    EXPECT_EQ(find(example, "Motto"), "one\ntwo");
 }
 
 TEST(StoreText, RandomChangesAgreeWithAMap) {
