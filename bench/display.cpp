@@ -24,6 +24,7 @@ void usePanelFile() {
         const bool isSized = ftruncate(file, PANEL_BYTES) == 0;
         close(file);
         setenv("OSTREL_FRAMEBUFFER", name, 1);
+        setenv("OSTREL_FONT_DIR", OSTREL_STAGED_FONTS, 1);
         libOstrelGuiInit();
         unlink(name);
         return isSized;
