@@ -6,54 +6,56 @@ namespace {
 
 constexpr int BLACK = 0x0000;
 constexpr int WHITE = 0xFFFF;
+constexpr int LIGHT_BLUE = 0x8E9D;
+constexpr int RED = 0xFA6A;
 
 // The constructor's order: kind, x, y, two colours (0, 0: the theme's), selected, width, height, font size, scale,
 // text. Everything stands in static storage: programs may end at any touch, and zeros are the right start for what a
 // constructor leaves alone.
 Widget tabs[] = {
-    {wType.kind6, 4, 42, 0, 0, 1, 78, 36, 18, 1, L"Buttons"},
-    {wType.kind6, 82, 42, 0, 0, 0, 78, 36, 18, 1, L"Choices"},
-    {wType.kind6, 160, 42, 0, 0, 0, 78, 36, 18, 1, L"Fields"},
-    {wType.kind6, 238, 42, 0, 0, 0, 78, 36, 18, 1, L"Texts"},
+    {wType.kind6, 8, 40, 0, 0, 1, 76, 36, 18, 1, L"Buttons"},
+    {wType.kind6, 84, 40, 0, 0, 0, 76, 36, 18, 1, L"Choices"},
+    {wType.kind6, 160, 40, 0, 0, 0, 76, 36, 18, 1, L"Fields"},
+    {wType.kind6, 236, 40, 0, 0, 0, 76, 36, 18, 1, L"Texts"},
 };
 
 enum { COUNT, LOCKED, ROW, RESET };
 Widget buttons[] = {
-    {wType.kind0, 8, 86, 0, 0, 0, 148, 38, 20, 1, L"Count"},
-    {wType.kind0, 164, 86, 0, 0, 0, 148, 38, 20, 1, L"Disabled"},
-    {wType.kind1, 8, 128, 0, 0, 0, 304, 38, 20, 1, L"More about this panel"},
-    {wType.kind9, 8, 170, 0, 0, 0, 304, 38, 20, 1, L"Reset the counter"},
+    {wType.kind0, 8, 84, 0, 0, 0, 149, 37, 20, 1, L"Count"},
+    {wType.kind0, 163, 84, 0, 0, 0, 149, 37, 20, 1, L"Disabled"},
+    {wType.kind1, 8, 127, 0, 0, 0, 304, 37, 20, 1, L"More about this panel"},
+    {wType.kind9, 8, 170, 0, 0, 0, 304, 37, 20, 1, L"Reset the counter"},
 };
 
 enum { SLOW, NORMAL, FAST, WIFI, GUESTS, REMEMBER };
 Widget choices[] = {
-    {wType.kind3, 8, 86, 0, 0, 0, 148, 38, 20, 1, L"Slow"},
-    {wType.kind3, 8, 128, 0, 0, 1, 148, 38, 20, 1, L"Normal"},
-    {wType.kind3, 8, 170, 0, 0, 0, 148, 38, 20, 1, L"Fast"},
-    {wType.kind4, 164, 86, 0, 0, 1, 148, 38, 20, 1, L"Wi-Fi"},
-    {wType.kind4, 164, 128, 0, 0, 0, 148, 38, 20, 1, L"Guests"},
-    {wType.kind5, 164, 170, 0, 0, 1, 148, 38, 20, 1, L"Remember"},
+    {wType.kind3, 8, 84, 0, 0, 0, 149, 37, 20, 1, L"Slow"},
+    {wType.kind3, 8, 127, 0, 0, 1, 149, 37, 20, 1, L"Normal"},
+    {wType.kind3, 8, 170, 0, 0, 0, 149, 37, 20, 1, L"Fast"},
+    {wType.kind4, 163, 84, 0, 0, 1, 149, 37, 20, 1, L"Wi-Fi"},
+    {wType.kind4, 163, 127, 0, 0, 0, 149, 37, 20, 1, L"Guests"},
+    {wType.kind5, 163, 170, 0, 0, 1, 149, 37, 20, 1, L"Remember"},
 };
 
 enum { NAME_CAPTION, NAME, PASSWORD_CAPTION, PASSWORD, SHOW };
 Widget fields[] = {
-    {wType.kind7, 8, 86, 0, 0, 0, 96, 38, 20, 1, L"Name"},
-    {wType.kind2, 108, 86, 0, 0, 0, 204, 38, 20, 1, L"Living room"},
-    {wType.kind7, 8, 128, 0, 0, 0, 96, 38, 20, 1, L"Password"},
-    {wType.kind2, 108, 128, 0, 0, 0, 204, 38, 20, 1, L"correct horse"},
-    {wType.kind4, 8, 170, 0, 0, 0, 304, 38, 20, 1, L"Show the password"},
+    {wType.kind7, 8, 84, 0, 0, 0, 96, 37, 20, 1, L"Name"},
+    {wType.kind2, 108, 84, 0, 0, 0, 204, 37, 20, 1, L"Living room"},
+    {wType.kind7, 8, 127, 0, 0, 0, 96, 37, 20, 1, L"Password"},
+    {wType.kind2, 108, 127, 0, 0, 0, 204, 37, 20, 1, L"correct horse"},
+    {wType.kind4, 8, 170, 0, 0, 0, 304, 37, 20, 1, L"Show the password"},
 };
 
 // Text items: x, y, colour, two numbers that change nothing, font size, centred, width, text.
 Widget texts[] = {
-    {8, 88, WHITE, 1, 0, 17, 0, 304, L"Text of size 17, from the left"},
-    {8, 112, 0x8E9D, 1, 0, 20, 1, 304, L"Size 20, centred: åäö ß ñ ç"},
-    {8, 140, WHITE, 1, 0, 20, 1, 304, L"Ελληνικά · Русский · Türkçe"},
-    {8, 168, 0xFA6A, 1, 0, 24, 1, 304, L"Size 24 in another colour"},
+    {10, 86, WHITE, 1, 0, 17, 0, 300, L"Size 17, from the left"},
+    {10, 115, LIGHT_BLUE, 1, 0, 20, 1, 300, L"Size 20, centred"},
+    {10, 145, WHITE, 1, 0, 20, 1, 300, L"åäö ß ñ ç · Ελληνικά · Русский"},
+    {10, 175, RED, 1, 0, 24, 1, 300, L"Size 24 in another colour"},
 };
 
 // What the last touch did.
-Widget result(wType.kind7, 8, 212, 0, 0, 0, 304, 26, 17, 1, L"Touch something.");
+Widget result(wType.kind7, 8, 212, 0, 0, 0, 304, 26, 17, 1, L"");
 
 template<int COUNT_OF_WIDGETS>
 Widget* linked(Widget (&widgets)[COUNT_OF_WIDGETS]) {
@@ -64,8 +66,12 @@ Widget* linked(Widget (&widgets)[COUNT_OF_WIDGETS]) {
     return &widgets[0];
 }
 
+struct Page {
+    Widget* widgets;
+    const wchar_t* greeting; // what the bottom line says first
+};
 enum { PAGES = 4 };
-Widget* pages[PAGES];
+Page pages[PAGES];
 int current = 0;
 int counted = 0;
 
@@ -143,10 +149,10 @@ bool offer(Widget* widget, int x, int y) {
 } // namespace
 
 void preparePages() {
-    pages[0] = linked(buttons);
-    pages[1] = linked(choices);
-    pages[2] = linked(fields);
-    pages[3] = linked(texts);
+    pages[0] = {linked(buttons), L"Touch a button."};
+    pages[1] = {linked(choices), L"One speed, and as many switches as you like."};
+    pages[2] = {linked(fields), L"The switch shows what the dots stand for."};
+    pages[3] = {linked(texts), L"Texts take no touches."};
     linked(tabs);
 
     tabs[0].callback = showPage<0>;
@@ -183,12 +189,12 @@ void drawPage() {
         tabs[i].setSelected(i == current ? 1 : 0);
         tabs[i].draw();
     }
-    for (Widget* widget = pages[current]; widget != nullptr; widget = widget->next)
+    for (Widget* widget = pages[current].widgets; widget != nullptr; widget = widget->next)
         widget->draw();
-    result.draw();
+    say(pages[current].greeting);
 }
 
 void touchPage(int x, int y) {
     if (!offer(tabs, x, y))
-        offer(pages[current], x, y);
+        offer(pages[current].widgets, x, y);
 }
