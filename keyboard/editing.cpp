@@ -68,7 +68,7 @@ void Keyboard::appendChar(wchar_t c) {
     else if (scrolled == 1)
         drawUnscrolled(*this, field);
     else
-        drawAppended(*this, field, c);
+        drawAppended(*this, field, length < prefixLength ? L'\0' : c); // a prefix is not shown, even while it grows
     drawCursor(cursorX, true);
     blinkCounter = BLINK_DELAY;
 }

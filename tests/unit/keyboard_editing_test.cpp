@@ -206,6 +206,17 @@ TEST_F(KeyboardEditing, LeavesThePrefixAloneAndDrawsBehindIt) {
     EXPECT_EQ(shown(), "+49");
 }
 
+TEST_F(KeyboardEditing, DrawsNothingOfAPrefixThatGrowsWhileItIsTyped) {
+    keyboard.prefixLength = 2;
+    begin(1, "a");
+    EXPECT_EQ(
+        append(L'b'), "fillRect(50, 22, 52, 42, 65535)\n"
+                      "drawText(\"\", 50, 24, 0, 1, 0, 20, 0, 0)\n"
+                      "fillRect(50, 22, 52, 42, 1405)\n");
+    EXPECT_EQ(append(L'c').find("fillRect(50, 22, 52, 42, 65535)\ndrawText(\"c\", 50, 24, 10"), 0U);
+    EXPECT_EQ(shown(), "abc");
+}
+
 TEST_F(KeyboardEditing, ScrollsByTheWidthBehindThePrefix) {
     keyboard.prefixLength = 10;
     begin(1, "0123456789abcdefghijklmnopqrstuvwx"); // 240 pixels behind the prefix
