@@ -29,8 +29,9 @@ struct Shim {
         {Device::Nvram, router::NVRAM, 0, 0},
         {Device::Backlight, router::BACKLIGHT, 0, 0},
     };
-    const char* state = nullptr;
+    char state[4096] = "";
     SharedPage* page = nullptr;
+    bool joined = false;
 };
 
 Shim shim;
@@ -48,10 +49,9 @@ SharedPage* mapSharedPage(const char* directory) {
     return page == MAP_FAILED ? nullptr : static_cast<SharedPage*>(page);
 }
 
-// The environment is read once, before the program can change it.
-__attribute__((constructor)) void join() {
+void join() {
     const char* directory = getenv(variable::STATE);
-    if (directory == nullptr)
+    if (directory == nullptr || strlen(directory) >= sizeof shim.state)
         return;
     const int savedErrno = errno;
     for (BoundFile& file : shim.files) {
@@ -61,18 +61,32 @@ __attribute__((constructor)) void join() {
             file.ino = status.st_ino;
         }
     }
-    shim.state = strdup(directory);
+    snprintf(shim.state, sizeof shim.state, "%s", directory);
     shim.page = mapSharedPage(directory);
     if (shim.page != nullptr)
         ++shim.page->programs;
+    shim.joined = true;
     errno = savedErrno;
+}
+
+// Libraries that read settings while they are loaded come before this one's turn: whoever asks first joins.
+const Shim& joinedShim() {
+    if (!shim.joined)
+        join();
+    return shim;
+}
+
+// The environment is read once, before the program can change it.
+__attribute__((constructor)) void joinAtLast() {
+    joinedShim();
+    shim.joined = true;
 }
 
 } // namespace
 
 Device deviceOf(int fd) {
     struct stat status = {};
-    if (shim.page == nullptr || fstat(fd, &status) != 0)
+    if (joinedShim().page == nullptr || fstat(fd, &status) != 0)
         return Device::None;
     for (const BoundFile& file : shim.files)
         if (file.ino == status.st_ino && file.dev == status.st_dev)
@@ -81,11 +95,11 @@ Device deviceOf(int fd) {
 }
 
 SharedPage* sharedPage() {
-    return shim.page;
+    return joinedShim().page;
 }
 
 const char* stateDirectory() {
-    return shim.state;
+    return joinedShim().page != nullptr ? shim.state : nullptr;
 }
 
 void* nextDefinition(const char* name) {

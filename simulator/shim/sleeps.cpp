@@ -3,6 +3,7 @@
 #include "simulator/shim/device.h"
 #include "simulator/state.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <ctime>
@@ -13,14 +14,21 @@ namespace {
 
 constexpr long NS_PER_S = 1000000000;
 
-// Set once, while the shim is loaded.
-double speed = 1;
+// Read at the first question, which may come while libraries are still loaded; 0 until then.
+std::atomic<double> knownSpeed = 0;
 
-__attribute__((constructor)) void readSpeed() {
+double speed() {
+    if (knownSpeed > 0)
+        return knownSpeed;
     const char* const text = getenv(variable::SPEED);
     const double wanted = text != nullptr ? strtod(text, nullptr) : 1;
-    if (wanted > 0)
-        speed = wanted;
+    knownSpeed = wanted > 0 ? wanted : 1;
+    return knownSpeed;
+}
+
+// The program cannot change it later by its environment.
+__attribute__((constructor)) void readSpeed() {
+    speed();
 }
 
 template<typename Function>
@@ -73,13 +81,13 @@ using ReadClock = int(clockid_t, Time*);
 
 template<typename Time>
 int sleepFor(Sleep<Time>* real, const Time* wanted, Time* left) {
-    if (speed == 1 || !isTime(wanted))
+    if (speed() == 1 || !isTime(wanted))
         return real(wanted, left);
-    const Time shortened = scaled(*wanted, 1 / speed);
+    const Time shortened = scaled(*wanted, 1 / speed());
     Time realLeft = {};
     const int result = real(&shortened, &realLeft);
     if (result != 0 && errno == EINTR && left != nullptr)
-        *left = scaled(realLeft, speed);
+        *left = scaled(realLeft, speed());
     return result;
 }
 
@@ -87,19 +95,19 @@ template<typename Time>
 int sleepByClock(
     ClockSleep<Time>* real, ReadClock<Time>* readClock, clockid_t clock, int flags, const Time* wanted, Time* left) {
     Time now = {};
-    if (speed == 1 || !isTime(wanted))
+    if (speed() == 1 || !isTime(wanted))
         return real(clock, flags, wanted, left);
     if ((flags & TIMER_ABSTIME) != 0) {
         if (readClock(clock, &now) != 0 || !isLater(*wanted, now))
             return real(clock, flags, wanted, left);
-        const Time sooner = sum(now, scaled(sum(*wanted, now, -1), 1 / speed), 1);
+        const Time sooner = sum(now, scaled(sum(*wanted, now, -1), 1 / speed()), 1);
         return real(clock, flags, &sooner, left);
     }
-    const Time shortened = scaled(*wanted, 1 / speed);
+    const Time shortened = scaled(*wanted, 1 / speed());
     Time realLeft = {};
     const int error = real(clock, flags, &shortened, &realLeft);
     if (error == EINTR && left != nullptr)
-        *left = scaled(realLeft, speed);
+        *left = scaled(realLeft, speed());
     return error;
 }
 

@@ -61,13 +61,15 @@ struct Devices : testing::Test {
 
     std::string state() const { return directory.file("state"); }
 
-    // The log without times and process numbers.
+    // What the log tells of settings and commands, without times and process numbers.
     std::string log() const {
         std::string lines;
         std::ifstream file(state() + "/log");
-        for (std::string line; std::getline(file, line);)
-            if (line.find("] ") != std::string::npos)
-                lines += line.substr(line.find("] ") + 2) + "\n";
+        for (std::string line; std::getline(file, line);) {
+            const std::string told = line.substr(line.find("] ") + 2);
+            if (told.rfind("nvram ", 0) == 0 || told.rfind("command ", 0) == 0)
+                lines += told + "\n";
+        }
         return lines;
     }
 
@@ -158,6 +160,7 @@ TEST_F(Devices, TheLogTellsWhatDevicesAndCommandsDid) {
     const std::string lines = log();
     EXPECT_EQ(
         lines.substr(0, lines.find("command nvram_daemon")).substr(0, lines.find("command init_system")),
+        "nvram get main Language: \"english\"\n" // by the toolkit while it is loaded
         "command mount -t jffs2 /dev/mtdblock5 /data\n"
         "command umount /data\n"
         "command mount -t jffs2 /dev/mtdblock5 /data\n"
