@@ -58,6 +58,15 @@ inline Utf8Sequence readUtf8(const unsigned char* bytes, size_t left) {
     return {0, 0};
 }
 
+// Whether the sequence is UTF-8 by today's standard: no overlong form, so that no zero hides in a text and ends it, no
+// surrogate and nothing beyond Unicode.
+inline bool isUnicode(const Utf8Sequence& sequence) {
+    if (sequence.length == 0 || sequence.value > 0x10FFFF)
+        return false;
+    const bool overlong = sequence.length > 1 && sequence.value < UTF8_FORMS[sequence.length - 2].end;
+    return !overlong && __wchar_forbitten(static_cast<wchar_t>(sequence.value)) == 0;
+}
+
 } // namespace ostrel
 
 #endif

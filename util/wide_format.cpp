@@ -15,15 +15,6 @@ struct Arguments {
     va_list list;
 };
 
-// Beyond the conversions that are shared with the settings, byte texts are held to today's UTF-8: no overlong form, so
-// that no zero hides in a text and ends it, no surrogate and nothing beyond Unicode.
-bool isUnicode(const ostrel::Utf8Sequence& sequence) {
-    if (sequence.length == 0 || sequence.value > 0x10FFFF)
-        return false;
-    const bool overlong = sequence.length > 1 && sequence.value < ostrel::UTF8_FORMS[sequence.length - 2].end;
-    return !overlong && __wchar_forbitten(static_cast<wchar_t>(sequence.value)) == 0;
-}
-
 wchar_t* appendCharacter(wchar_t* to, wchar_t character) {
     *to = character;
     return character == 0 ? to : to + 1;
@@ -44,7 +35,7 @@ wchar_t* appendBytes(wchar_t* to, const char* text) {
     const auto* const end = bytes + std::strlen(text);
     while (bytes < end) {
         const ostrel::Utf8Sequence sequence = ostrel::readUtf8(bytes, static_cast<size_t>(end - bytes));
-        const bool valid = isUnicode(sequence);
+        const bool valid = ostrel::isUnicode(sequence);
         if (valid)
             *to++ = static_cast<wchar_t>(sequence.value);
         bytes += valid ? sequence.length : 1;
