@@ -23,7 +23,10 @@ inline std::string contentOf(const std::string& path) {
 
 class Desk {
   public:
-    Desk() { std::filesystem::create_directory(directory.file("assets")); }
+    Desk() {
+        std::filesystem::create_directory(directory.file("assets"));
+        write("assets/factory-settings", "[main]\n[rtdev]\n");
+    }
 
     std::string file(const std::string& name) const { return directory.file(name); }
 

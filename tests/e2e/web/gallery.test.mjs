@@ -1,0 +1,40 @@
+// The gallery, used by a person with a mouse and a browser.
+import assert from 'node:assert/strict';
+import { after, before, test } from 'node:test';
+import { click, openPanel, PANEL, pixels, simulate, startBrowser, until } from './simulated.mjs';
+
+let browser;
+
+before(async () => { browser = await startBrowser(); });
+after(async () => { await browser.close(); });
+
+// The pixels of a rectangle as text.
+async function look(page, left, top, width, height) {
+  const all = await pixels(page);
+  const rows = [];
+  for (let y = top; y < top + height; y++)
+    rows.push(all.slice(y * PANEL.width + left, y * PANEL.width + left + width).join());
+  return rows.join('\n');
+}
+
+// The page of choices has two switches, "Wi-Fi" on and "Guests" off, one 42 pixels below the other: a touch makes the
+// second look like the first, another one makes it what it was.
+test('a click toggles a switch, another one toggles it back', async (t) => {
+  const simulated = await simulate(t, [process.env.OSTREL_GALLERY]);
+  const page = await openPanel(t, browser.context, simulated);
+  const wifi = () => look(page, 256, 88, 54, 34);
+  const guests = () => look(page, 256, 130, 54, 34);
+
+  await until(async () => new Set((await look(page, 0, 0, 320, 240)).split(/[,\n]/)).size > 20, 'the first page is drawn');
+  await click(page, 120, 60);
+  await until(async () => await wifi() !== await guests(), 'the page of choices is drawn');
+  const off = await guests();
+
+  await click(page, 240, 147);
+  await until(async () => await guests() === await wifi(), 'the switch is on');
+  await click(page, 240, 147);
+  await until(async () => await guests() === off, 'the switch is off again');
+  assert.deepEqual(page.mistakes, []);
+  if (process.env.PICTURES)
+    await page.screenshot({ path: `${process.env.PICTURES}/web-gallery.png` });
+});
