@@ -1,0 +1,174 @@
+// VNC viewers on the web panel's port: good ones, and those that are slow, silent, broken or gone.
+#include "tests/e2e/vnc_client.h"
+#include "tests/support/scale.h"
+
+#include <gtest/gtest.h>
+#include <list>
+#include <random>
+
+namespace {
+
+const std::string SIXTEEN_BITS("\0\0\0\0\x10\x10\0\1\0\x1F\0\x3F\0\x1F\x0B\5\0\0\0\0", 20);
+const std::string WEBSOCKET_REQUEST =
+    "GET /panel HTTP/1.1\r\nHost: 127.0.0.1:PORT\r\nUpgrade: websocket\r\nConnection: "
+    "Upgrade\r\nSec-WebSocket-Version: 13\r\nSec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n\r\n";
+
+std::string forPort(std::string request, int port) {
+    return request.replace(request.find("PORT"), 4, std::to_string(port));
+}
+
+uint16_t painted(size_t x, size_t y) {
+    return static_cast<uint16_t>((x / 10) << 11 | (y * 63 / 239) << 5 | ((x + y) & 31));
+}
+
+// A viewer in good order sees and touches.
+void expectThatAViewerIsServed(const RunningSimulator& simulator, int x) {
+    const Client viewer(simulator.port);
+    ASSERT_TRUE(viewer.shakeHands());
+    const std::string before = simulator.output();
+    EXPECT_TRUE(viewer.point(x, 50, true));
+    EXPECT_TRUE(viewer.point(x, 50, false));
+    const std::string told = before + "down " + std::to_string(x) + " 50\nup\n";
+    EXPECT_TRUE(within10s([&] { return simulator.output() == told; })) << simulator.output();
+    EXPECT_EQ(viewer.picture(4).size(), 307200U);
+}
+
+TEST(Viewer, OfSixteenBitsSeesThePanelsOwnPixels) {
+    const RunningSimulator simulator("follow 9");
+    const Client viewer(simulator.port);
+    ASSERT_TRUE(viewer.shakeHands());
+    viewer.send(SIXTEEN_BITS);
+    std::string picture;
+    ASSERT_TRUE(within10s([&] {
+        picture = viewer.picture(2);
+        return picture.size() == 153600 && picture.find_first_not_of('\0') != std::string::npos;
+    }));
+    for (size_t y = 0; y < 240; ++y)
+        for (size_t x = 0; x < 320; ++x) {
+            const size_t at = 2 * (y * 320 + x);
+            const int seen = static_cast<unsigned char>(picture[at]) | static_cast<unsigned char>(picture[at + 1]) << 8;
+            ASSERT_EQ(seen, painted(x, y)) << x << "," << y;
+        }
+}
+
+TEST(Viewer, TapsEveryTwoMillisecondsWithoutLosingOne) {
+    for (const char* arguments : {"follow 200", "follow 200 20"}) {
+        const RunningSimulator simulator(arguments);
+        const Client viewer(simulator.port);
+        ASSERT_TRUE(viewer.shakeHands());
+        std::string told;
+        for (int i = 0; i < 200; ++i) {
+            viewer.point(i, 100, true);
+            usleep(1000);
+            viewer.point(i, 100, false);
+            usleep(1000);
+            told += "down " + std::to_string(i) + " 100\nup\n";
+        }
+        within10s([&] { return simulator.output() == told; });
+        EXPECT_EQ(simulator.output(), told) << arguments;
+    }
+}
+
+TEST(Viewer, IsNotHeldUpBySilentSlowAndGreedyOnes) {
+    const RunningSimulator simulator("follow 1000");
+    std::list<Client> others;
+    for (int i = 0; i < 12; ++i)
+        others.emplace_back(simulator.port); // says nothing
+    for (int i = 0; i < 12; ++i)
+        others.emplace_back(simulator.port).send("GET / HT"); // stops within its request
+    for (int i = 0; i < 12; ++i)
+        others.emplace_back(simulator.port)
+            .send(forPort(WEBSOCKET_REQUEST, simulator.port) + "\x82\x8C"); // within a frame
+    for (int i = 0; i < 4; ++i) {
+        const Client& client = others.emplace_back(simulator.port);
+        ASSERT_TRUE(client.shakeHands());
+        if (i < 2) {
+            client.send({5, 1, 0}); // stops within a message
+            continue;
+        }
+        // Asks for pictures without end and never looks at one.
+        const int small = 1024;
+        setsockopt(client.socket.get(), SOL_SOCKET, SO_RCVBUF, &small, sizeof small);
+        for (int j = 0; j < 200; ++j)
+            client.requestPicture();
+    }
+    for (int i = 0; i < 5; ++i)
+        expectThatAViewerIsServed(simulator, 100 + i);
+}
+
+// Random bytes, and good ones with a few changed, from the first byte to the last stage; many vanish at once.
+class Garbage {
+  public:
+    explicit Garbage(unsigned seed) : random(seed) {}
+
+    std::string bytes(size_t most) {
+        std::string text(random() % (most + 1), '\0');
+        for (char& c : text)
+            c = static_cast<char>(random());
+        return text;
+    }
+
+    std::string damaged(std::string text) {
+        for (auto changes = random() % 3 + 1; changes > 0 && !text.empty(); --changes)
+            text[random() % text.size()] = static_cast<char>(random());
+        text.resize(random() % 4 == 0 ? random() % (text.size() + 1) : text.size());
+        return text;
+    }
+
+    // For one of five stages: before the first byte, HTTP, WebSocket handshake, VNC handshake, VNC messages.
+    std::string forStage(int stage, int port) {
+        const std::string handshake = "RFB 003.008\n\x01\x01";
+        switch (stage) {
+        case 0:
+            return "";
+        case 1:
+            return damaged("GET /panel.js HTTP/1.1\r\nHost: 127.0.0.1\r\n\r\n") + bytes(200);
+        case 2:
+            return damaged(forPort(WEBSOCKET_REQUEST, port)) + bytes(200);
+        case 3:
+            return forPort(WEBSOCKET_REQUEST, port) + bytes(300);
+        default:
+            return forPort(WEBSOCKET_REQUEST, port) + frame(handshake + damaged(SIXTEEN_BITS) + bytes(100)) + bytes(20);
+        }
+    }
+
+  private:
+    // With an empty mask.
+    static std::string frame(const std::string& payload) {
+        return "\x82\xFE" + std::string(1, static_cast<char>(payload.size() >> 8)) +
+               std::string(1, static_cast<char>(payload.size() & 255)) + std::string(4, '\0') + payload;
+    }
+
+    std::mt19937 random;
+};
+
+TEST(Viewer, SurvivesTenThousandBrokenOnes) {
+    constexpr unsigned SEED = 4;
+    constexpr long AT_ONCE = 50;
+    const long connections = scaled(10000);
+    const RunningSimulator simulator("follow 1000");
+    expectThatAViewerIsServed(simulator, 10);
+    Garbage garbage(SEED);
+    std::list<Client> clients;
+    long refused = 0;
+    long before = 0;
+    for (long i = 0; i < connections; ++i) {
+        const Client& client = clients.emplace_back(simulator.port);
+        refused += client.connected ? 0 : 1;
+        client.send(garbage.forStage(static_cast<int>(i % 5), simulator.port));
+        if (clients.size() > AT_ONCE)
+            clients.pop_front();
+        if (i == connections / 10)
+            before = simulator.memory();
+    }
+    clients.clear();
+    expectThatAViewerIsServed(simulator, 20);
+    const long after = simulator.memory();
+    printf(
+        "seed %u, %ld connections, %ld refused; resident memory %ld KiB, then %ld KiB\n", SEED, connections, refused,
+        before, after);
+    EXPECT_EQ(refused, 0);
+    EXPECT_LT(after, before + 4096);
+}
+
+} // namespace
