@@ -33,7 +33,7 @@ void EventLoop::cancel(Timer timer) {
 }
 
 void EventLoop::run() {
-    constexpr int64_t FOR_EVER_MS = 3600 * 1000;
+    constexpr int64_t FOR_EVER_MS = 3'600'000;
     stopped = false;
     while (!stopped)
         runOnce(FOR_EVER_MS);

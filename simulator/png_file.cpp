@@ -9,7 +9,7 @@ namespace ostrel {
 
 void writePng(const std::string& path, const Picture& picture) {
     std::vector<unsigned char> bytes;
-    bytes.reserve(PANEL_PIXELS * 3);
+    bytes.reserve(size_t{3} * PANEL_PIXELS);
     for (const uint16_t pixel : picture) {
         const uint32_t colour = toRgb888(pixel);
         for (const int shift : {16, 8, 0})

@@ -35,7 +35,7 @@ std::string findOnPath(const std::string& name) {
     const char* path = getenv("PATH");
     std::istringstream directories(path != nullptr ? path : "/usr/bin:/bin");
     for (std::string directory; std::getline(directories, directory, ':');) {
-        const std::string candidate = (directory.empty() ? "." : directory) + "/" + name;
+        std::string candidate = (directory.empty() ? "." : directory) + "/" + name;
         if (isFile(candidate) && access(candidate.c_str(), X_OK) == 0)
             return candidate;
     }
@@ -144,6 +144,7 @@ void Program::start(const std::vector<std::string>& sandbox, const std::vector<s
                       std::to_string(standardError.get())});
     words.insert(words.end(), program.begin(), program.end());
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string& word : words)
         arguments.push_back(word.data());
     arguments.push_back(nullptr);

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <sstream>
+#include <utility>
 
 namespace ostrel {
 namespace {
@@ -51,7 +52,7 @@ std::string trimmed(const std::string& text) {
 
 class Parser {
   public:
-    explicit Parser(const std::string& name) : name(name) {}
+    explicit Parser(std::string name) : name(std::move(name)) {}
 
     Script parse(const std::string& text) {
         Script script{name, {}};

@@ -14,8 +14,8 @@ namespace {
 // A browser speaks first, a VNC viewer waits for the server's greeting: who has been silent for so long is a viewer.
 constexpr int64_t SILENCE_MS = 150;
 // For a request, or for the handshake with somebody who types a password.
-constexpr int64_t REQUEST_MS = 10 * 1000;
-constexpr int64_t HANDSHAKE_MS = 120 * 1000;
+constexpr int64_t REQUEST_MS = 10'000;
+constexpr int64_t HANDSHAKE_MS = 120'000;
 // A viewer that takes pictures more slowly than it asks for them.
 constexpr size_t MAX_OUTGOING_BYTES = 4U << 20;
 // Stops reading from a viewer whose messages the library has not taken yet.

@@ -80,6 +80,7 @@ VncServer::Worker::Worker(const std::string& name)
     screen->newClientHook = welcome;
     screen->alwaysShared = TRUE;
     screen->deferUpdateTime = 0;
+    screen->deferPtrUpdateTime = 0;
     screen->cursor = nullptr;
     // No listening of its own, for VNC or for HTTP.
     screen->port = 0;
