@@ -26,7 +26,7 @@ GuardedCanvas::GuardedCanvas(std::mt19937& random) {
     const int height = pick(random, 1, 30);
     // Often exactly as wide as the picture: the whole of it is then one run.
     const int stride = pick(random, 0, 1) == 0 ? width : width + pick(random, 1, 9);
-    const auto rows = static_cast<size_t>(height + 2 * GUARD_ROWS);
+    const size_t rows = static_cast<size_t>(height) + 2 * size_t{GUARD_ROWS};
     pixels.resize(rows * static_cast<size_t>(stride) + static_cast<size_t>(OFFSET_PX + width));
     for (uint16_t& pixel : pixels)
         pixel = static_cast<uint16_t>(random());

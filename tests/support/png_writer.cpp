@@ -70,7 +70,8 @@ int PngPicture::channels() const {
 }
 
 size_t PngPicture::rowBytes() const {
-    return (static_cast<size_t>(width) * static_cast<size_t>(channels() * bitDepth) + 7) / 8;
+    const auto bitsPerPixel = static_cast<size_t>(channels()) * static_cast<size_t>(bitDepth);
+    return (static_cast<size_t>(width) * bitsPerPixel + 7) / 8;
 }
 
 unsigned PngPicture::sample(int x, int y, int channel) const {
