@@ -130,7 +130,7 @@ class TouchNodes : public testing::Test {
     }
 
     std::string node(const std::string& name) {
-        const std::string path = directory + "/" + name;
+        std::string path = directory + "/" + name;
         EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
         nodes.push_back(path);
         return path;
