@@ -48,12 +48,14 @@ size_t bytesInPage(const void* address, size_t atMost) {
 
 int copyFromProgram(void* to, const void* programAddress, size_t size) {
     const Probe probe;
-    int error = probe.error;
     auto* target = static_cast<char*>(to);
     const auto* source = static_cast<const char*>(programAddress);
+    int error = probe.error;
     while (error == 0 && size > 0) {
         const size_t part = bytesInPage(source, size);
         error = probe.move(target, source, part);
+        if (error != 0)
+            break;
         target += part;
         source += part;
         size -= part;
@@ -63,12 +65,14 @@ int copyFromProgram(void* to, const void* programAddress, size_t size) {
 
 int copyToProgram(void* programAddress, const void* from, size_t size) {
     const Probe probe;
-    int error = probe.error;
     auto* target = static_cast<char*>(programAddress);
     const auto* source = static_cast<const char*>(from);
+    int error = probe.error;
     while (error == 0 && size > 0) {
         const size_t part = bytesInPage(target, size);
         error = probe.move(target, source, part);
+        if (error != 0)
+            break;
         target += part;
         source += part;
         size -= part;
@@ -82,8 +86,8 @@ int copyTextFromProgram(char* to, size_t size, const char* programAddress) {
     while (error == 0 && size > 0) {
         const size_t part = bytesInPage(programAddress, size);
         error = probe.move(to, programAddress, part);
-        if (error == 0 && memchr(to, 0, part) != nullptr)
-            return 0;
+        if (error != 0 || memchr(to, 0, part) != nullptr)
+            return error;
         to += part;
         programAddress += part;
         size -= part;
