@@ -235,6 +235,17 @@ TEST_F(Devices, AnEmulatedProgramRunsTheRoutersCommands) {
         "");
     EXPECT_EQ(contents(state() + "/mtdblock5/file"), "kept\n");
 }
+
+TEST_F(Devices, AnEmulatedProgramStartsAnotherThroughAWrapper) {
+    const std::string wrapper = directory.file("picker");
+    write(wrapper, "#!/bin/sh\nexec " QEMU_ARM " -L " ARMHF_ROOT " " ARMHF_PROBE " \"$@\"\n");
+    std::filesystem::permissions(wrapper, std::filesystem::perms::owner_all);
+    EXPECT_EQ(
+        simulate(
+            {QEMU_ARM, "-L", ARMHF_ROOT, ARMHF_PROBE, "set", "1", "From", "the first", "shell",
+             wrapper + " get 1 From set 1 From 'the second'", "get", "1", "From"}),
+        "From=the first\nFrom=the second\n");
+}
 #endif
 
 } // namespace
