@@ -116,9 +116,11 @@ int placeInAdvance(FT_GlyphSlot slot, int line) {
     const FT_Pos widest = static_cast<FT_Pos>(line) * 4 * 64;
     const FT_Pos advance64 = std::clamp<FT_Pos>(std::max(natural + 32, ink + 63) & ~63, 64, widest);
     FT_Pos shift = (advance64 - natural) / 2;
-    // A left edge on a pixel's edge makes stems crisp; a longer way there would show as uneven spacing.
+    // A left edge on a pixel's edge makes stems crisp; a longer way there would show as uneven spacing. Letters that
+    // are a single stem gain more than they lose.
+    const FT_Pos longestWay = ink <= FT_Pos{line} * 64 / 6 ? 32 : 22;
     const FT_Pos crisp = ((bounds.xMin + shift + 32) & ~FT_Pos{63}) - bounds.xMin;
-    if (std::abs(crisp - shift) <= 22)
+    if (std::abs(crisp - shift) <= longestWay)
         shift = crisp;
     shift = std::max(shift, -bounds.xMin);
     shift = std::min(shift, advance64 - bounds.xMax);

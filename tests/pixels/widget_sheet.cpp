@@ -27,7 +27,7 @@ constexpr Sample SAMPLES[] = {
     {L"Value field", L"Żółty-Router 24", 2, 0},
     {L"Masked field", L"Secret pass", 2, 1},
     {L"Exclusive choice", L"30 seconds", 3, 0},
-    {L"Switch", L"Screen lock", 4, 0},
+    {L"Switch", L"PIN lock", 4, 0},
     {L"Check mark row", L"Ελληνικά", 5, 0},
     {L"Tab", L"Wireless", 6, 0},
     {L"Caption", L"Настройки сети", 7, 0},
