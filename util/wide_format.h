@@ -23,7 +23,7 @@
 //
 // A zero character and a null text add nothing. There are no flags, widths or precisions. Any other letter is skipped
 // with its "%" and its "h" or "l" and takes no argument; so is what stands unfinished at the end of the format.
-// Texts are only read during the call and must not lie in `buf`. Nothing is allocated, about 1 KiB of stack is used.
+// Texts are only read during the call and must not lie in `buf`. Nothing is allocated; the stack takes 1.2 KiB.
 OSTREL_API int aswprintf(wchar_t* buf, int size, wchar_t* format, ...);
 
 // The same for constant formats and with checked arguments: a value of a class does not compile, and without NDEBUG a
