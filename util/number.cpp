@@ -18,10 +18,16 @@ struct DigitPairs {
 constexpr DigitPairs PAIRS;
 
 int decimalLength(unsigned int value) {
-    int length = 1;
-    for (; value >= 10000; value /= 10000)
-        length += 4;
-    return length + (value >= 10) + (value >= 100) + (value >= 1000);
+    for (int length = 4;; length += 4, value /= 10000) {
+        if (value < 10)
+            return length - 3;
+        if (value < 100)
+            return length - 2;
+        if (value < 1000)
+            return length - 1;
+        if (value < 10000)
+            return length;
+    }
 }
 
 // The digits from the last to the first, behind them the terminator.
@@ -56,9 +62,7 @@ char* uitoa(unsigned int value, char* out) {
 }
 
 char* utoxa(unsigned int value, char* out) {
-    int length = 1;
-    while (length < 8 && value >> (4 * length) != 0)
-        ++length;
+    const int length = (32 - __builtin_clz(value | 1) + 3) / 4;
     out[length] = 0;
     for (int i = length - 1; i >= 0; --i, value >>= 4)
         out[i] = "0123456789abcdef"[value & 0xFU];

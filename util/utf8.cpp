@@ -8,26 +8,91 @@
 namespace {
 
 constexpr uint32_t BYTE_ORDER_MARK = 0xFEFF;
-constexpr size_t BLOCK = 8;
+constexpr ptrdiff_t BLOCK = 8;
 
-bool isAsciiBlock(const unsigned char* bytes) {
+bool isAsciiBlock(const unsigned char* in) {
     uint64_t block = 0;
-    std::memcpy(&block, bytes, BLOCK);
+    std::memcpy(&block, in, BLOCK);
     return (block & 0x8080808080808080U) == 0;
 }
 
-// Widens the ASCII characters at the start of `in`, at most `limit`, and returns their number. Most texts on a router
-// are one such run, so it is worth going by whole blocks. With `out` null they are only counted.
-size_t widenAscii(const unsigned char* in, size_t limit, wchar_t* out) {
-    size_t n = 0;
-    for (; limit - n >= BLOCK && isAsciiBlock(in + n); n += BLOCK)
-        if (out != nullptr)
-            for (size_t i = 0; i < BLOCK; ++i)
-                out[n + i] = in[n + i];
-    for (; n < limit && in[n] < 0x80; ++n)
-        if (out != nullptr)
-            out[n] = in[n];
-    return n;
+// A lead byte of C2 to DF and a continuation byte of 80 to BF, by one comparison each.
+bool isTwoByteLetter(unsigned int lead, unsigned char next) {
+    return lead - 0xC2 < 0x1E && static_cast<signed char>(next) < -0x40;
+}
+
+wchar_t twoByteLetter(unsigned int lead, unsigned char next) {
+    return static_cast<wchar_t>((lead & 0x1F) << 6 | (next & 0x3FU));
+}
+
+// Where the next byte is read and the next character written.
+struct Places {
+    const unsigned char* in;
+    wchar_t* out;
+};
+
+// Most texts are made of ASCII and of letters of two bytes. Decodes what there is of them, up to another character, the
+// last byte or the end of the output. By blocks first, so that the ends need not be looked at for each character: eight
+// bytes of ASCII at once, else the next four characters.
+Places decodeCommonText(const unsigned char* in, const unsigned char* end, wchar_t* out, const wchar_t* outEnd) {
+    while (end - in >= BLOCK && outEnd - out >= BLOCK) {
+        if (isAsciiBlock(in)) {
+            for (ptrdiff_t i = 0; i < BLOCK; ++i)
+                out[i] = in[i];
+            in += BLOCK;
+            out += BLOCK;
+            continue;
+        }
+        ptrdiff_t n = 0;
+#pragma GCC unroll 4
+        for (; n < BLOCK / 2; ++n) {
+            const unsigned int lead = in[0];
+            if (lead < 0x80) {
+                out[n] = static_cast<wchar_t>(lead);
+                in += 1;
+            } else if (isTwoByteLetter(lead, in[1])) {
+                out[n] = twoByteLetter(lead, in[1]);
+                in += 2;
+            } else {
+                break;
+            }
+        }
+        out += n;
+        if (n < BLOCK / 2)
+            return {in, out};
+    }
+    for (; end - in >= 2 && out < outEnd; ++out) {
+        const unsigned int lead = in[0];
+        if (lead < 0x80) {
+            *out = static_cast<wchar_t>(lead);
+            in += 1;
+        } else if (isTwoByteLetter(lead, in[1])) {
+            *out = twoByteLetter(lead, in[1]);
+            in += 2;
+        } else {
+            break;
+        }
+    }
+    return {in, out};
+}
+
+// The sequence at `in`; length 0: none that is accepted.
+ostrel::Utf8Sequence nextSequence(const unsigned char* in, const unsigned char* end, bool dropInvalid) {
+    if (__utf8_forbitten(*in) != 0 && !dropInvalid)
+        return {0, 0};
+    return ostrel::readUtf8(in, static_cast<size_t>(end - in));
+}
+
+size_t countCharacters(const unsigned char* in, const unsigned char* end, bool dropInvalid) {
+    size_t count = 0;
+    while (in < end) {
+        const ostrel::Utf8Sequence sequence = nextSequence(in, end, dropInvalid);
+        if (sequence.length == 0 && !dropInvalid)
+            return 0;
+        in += std::max(sequence.length, size_t{1});
+        count += sequence.length != 0;
+    }
+    return count;
 }
 
 // The sequence's bytes from the last to the first: six bits each, what is left over goes into the lead byte.
@@ -53,44 +118,34 @@ size_t utf8_to_wchar(const char* in, size_t insize, wchar_t* out, size_t outsize
         return 0;
     const bool dropInvalid = (flags & UTF8_DROP_INVALID) != 0;
     const bool dropBom = (flags & UTF8_DROP_BOM) != 0;
-    const auto* bytes = reinterpret_cast<const unsigned char*>(in);
-    size_t count = 0; // of characters so far; the next one is written there
-    for (size_t at = 0; at < insize;) {
-        if (bytes[at] < 0x80) {
-            const size_t left = insize - at;
-            const size_t run = out == nullptr ? widenAscii(bytes + at, left, nullptr)
-                                              : widenAscii(bytes + at, std::min(left, outsize - count), out + count);
-            if (run == 0)
-                return 0; // the output is full
-            at += run;
-            count += run;
-            continue;
-        }
-        if (__utf8_forbitten(bytes[at]) != 0 && !dropInvalid)
-            return 0;
-        const ostrel::Utf8Sequence sequence = ostrel::readUtf8(bytes + at, insize - at);
+    const auto* const begin = reinterpret_cast<const unsigned char*>(in);
+    const auto* const end = begin + insize;
+    if (out == nullptr)
+        return countCharacters(begin, end, dropInvalid);
+    Places at = {begin, out};
+    const wchar_t* const outEnd = out + outsize;
+    for (;;) {
+        at = decodeCommonText(at.in, end, at.out, outEnd);
+        if (at.in == end)
+            return static_cast<size_t>(at.out - out);
+        const ostrel::Utf8Sequence sequence = nextSequence(at.in, end, dropInvalid);
         if (sequence.length == 0) {
             if (!dropInvalid)
                 return 0;
-            ++at;
+            ++at.in;
             continue;
         }
-        at += sequence.length;
-        if (out == nullptr) {
-            ++count;
-            continue;
-        }
-        if (count == outsize)
+        at.in += sequence.length;
+        if (at.out == outEnd)
             return 0;
         const auto character = static_cast<wchar_t>(sequence.value);
         if (__wchar_forbitten(character) != 0) {
             if (!dropInvalid)
                 return 0;
         } else if (!(sequence.value == BYTE_ORDER_MARK && dropBom)) {
-            out[count++] = character;
+            *at.out++ = character;
         }
     }
-    return count;
 }
 
 size_t wchar_to_utf8(const wchar_t* in, size_t insize, char* out, size_t outsize, int flags) {
