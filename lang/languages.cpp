@@ -16,20 +16,22 @@ namespace {
 
 // A tag is looked for without being put together first, so that no name is too long for it.
 struct Tag {
-    const char* opening; // "<" or "</"
-    const char* name;
+    Tag(bool closing, const char* tagName) : isClosing(closing), name(tagName), nameLength(std::strlen(tagName)) {}
 
-    size_t length() const { return std::strlen(opening) + std::strlen(name) + 1; }
+    size_t length() const { return nameLength + (isClosing ? 3 : 2); }
+
+    bool isClosing;
+    const char* name;
+    size_t nameLength;
 };
 
 // The first place of the tag in `text`, or null.
-char* find(Tag tag, char* text) {
-    const size_t openingLength = std::strlen(tag.opening);
-    const size_t nameLength = std::strlen(tag.name);
+char* find(const Tag& tag, char* text) {
     for (char* at = std::strchr(text, '<'); at != nullptr; at = std::strchr(at + 1, '<')) {
-        const char* const name = at + openingLength;
-        if (std::strncmp(at, tag.opening, openingLength) == 0 && std::strncmp(name, tag.name, nameLength) == 0 &&
-            name[nameLength] == '>')
+        if (tag.isClosing && at[1] != '/')
+            continue;
+        const char* const name = at + (tag.isClosing ? 2 : 1);
+        if (std::strncmp(name, tag.name, tag.nameLength) == 0 && name[tag.nameLength] == '>')
             return at;
     }
     return nullptr;
@@ -42,16 +44,16 @@ class LanguageFile {
 
     // Puts the text into `ret`, or leaves that alone when there is no such section or key.
     void findText(const char* section, const char* key) {
-        const Tag sectionBegin = {"<", section};
-        const Tag sectionEnd = {"</", section};
-        const Tag keyBegin = {"<", key};
+        const Tag sectionBegin(false, section);
+        const Tag sectionEnd(true, section);
+        const Tag keyBegin(false, key);
         do {
             if (!readLine())
                 return;
         } while (find(sectionBegin, line) == nullptr);
         while (readLine()) {
             if (char* const begin = find(keyBegin, line)) {
-                takeText(begin + keyBegin.length(), {"</", key});
+                takeText(begin + keyBegin.length(), Tag(true, key));
                 return;
             }
             if (find(sectionEnd, line) != nullptr)
@@ -62,7 +64,7 @@ class LanguageFile {
   private:
     bool readLine() { return std::fgets(line, size, file) != nullptr; }
 
-    void takeText(char* begin, Tag keyEnd) {
+    void takeText(char* begin, const Tag& keyEnd) {
         if (char* const end = find(keyEnd, begin)) {
             *end = 0;
             ostrel::copyText(ret, begin);
