@@ -59,7 +59,7 @@ void libraryMbstowcs(benchmark::State& state, const char* sample) {
 
 void libraryIconv(benchmark::State& state, const char* sample) {
     const std::string text = textOf(sample, static_cast<size_t>(state.range(0)));
-    const iconv_t converter = iconv_open("WCHAR_T", "UTF-8");
+    iconv_t converter = iconv_open("WCHAR_T", "UTF-8");
     wchar_t out[300];
     for (auto _ : state) {
         auto* in = const_cast<char*>(text.data());

@@ -132,7 +132,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         if (const auto letter = take<uint8_t>(data, size))
             format += static_cast<wchar_t>(letter);
     values.bytes.assign(reinterpret_cast<const char*>(data), size);
-    values.bytes = values.bytes.c_str();
+    values.bytes = values.bytes.substr(0, values.bytes.find('\0'));
     values.wide = decoded(values.bytes);
 
     const std::wstring text = expected(format, values);
@@ -144,8 +144,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     wanted[bufferSize] = 0;
     int (*const print)(wchar_t*, int, wchar_t*, ...) = aswprintf;
     print(
-        &buffer[0], bufferSize, &format[0], values.bytes.c_str(), values.wide.c_str(), values.number, values.fraction,
-        values.large, values.character);
+        buffer.data(), bufferSize, format.data(), values.bytes.c_str(), values.wide.c_str(), values.number,
+        values.fraction, values.large, values.character);
     if (buffer != wanted)
         std::abort();
     return 0;

@@ -133,8 +133,8 @@ wchar_t* Languages::get(char* key, char* section) {
     return getvalue(file, key, section);
 }
 
-wchar_t* Languages::getvalue(char* name, char* key, char* section) {
-    return lookUp<LANGUAGE_TEXT_LENGTH>(name, key, section);
+wchar_t* Languages::getvalue(char* path, char* key, char* section) {
+    return lookUp<LANGUAGE_TEXT_LENGTH>(path, key, section);
 }
 
 wchar_t* getLangvalue(char* file, char* key, char* section) {

@@ -38,14 +38,14 @@ class OSTREL_API Languages {
     // The text of `key` in `section` of the current language's file. See getvalue.
     wchar_t* get(char* key, char* section);
 
-    // The text of `key` in `section` of `file`, in `wret`. Lines of more than 254 bytes are searched in pieces of 254,
-    // and an opening tag that lies across two of them is not found. A byte that is not UTF-8 is left out. When there is
-    // no such key the text is that of the lookup before, "<NOTAG>" if there was none; so tell a missing key by asking
-    // beforehand, not by the text. An empty text counts as none.
+    // The text of `key` in `section` of the file at `path`, in `wret`. Lines of more than 254 bytes are searched in
+    // pieces of 254, and an opening tag that lies across two of them is not found. A byte that is not UTF-8 is left
+    // out. When there is no such key the text is that of the lookup before, "<NOTAG>" if there was none; so tell a
+    // missing key by asking beforehand, not by the text. An empty text counts as none.
     //
     // Null when the file cannot be opened: a message on standard output and the reason on standard error; `ret` is
     // unchanged, `wret` empty.
-    wchar_t* getvalue(char* file, char* key, char* section);
+    wchar_t* getvalue(char* path, char* key, char* section);
 
     // The same for names that are constant, string literals above all, all of them or some.
     template<typename Key, typename Section>

@@ -7,11 +7,11 @@ namespace {
 
 // "00", "01", ... "99": two digits for each division.
 struct DigitPairs {
-    char digits[200] = {};
+    char digits[100][2] = {};
     constexpr DigitPairs() {
         for (int i = 0; i < 100; ++i) {
-            digits[2 * i] = static_cast<char>('0' + i / 10);
-            digits[2 * i + 1] = static_cast<char>('0' + i % 10);
+            digits[i][0] = static_cast<char>('0' + i / 10);
+            digits[i][1] = static_cast<char>('0' + i % 10);
         }
     }
 };
@@ -36,10 +36,10 @@ void writeDecimal(unsigned int value, char* out) {
     *end = 0;
     for (; value >= 100; value /= 100) {
         end -= 2;
-        std::memcpy(end, PAIRS.digits + 2 * (value % 100), 2);
+        std::memcpy(end, PAIRS.digits[value % 100], 2);
     }
     if (value >= 10)
-        std::memcpy(end - 2, PAIRS.digits + 2 * value, 2);
+        std::memcpy(end - 2, PAIRS.digits[value], 2);
     else
         end[-1] = static_cast<char>('0' + value);
 }

@@ -32,7 +32,7 @@ class LanguageLookup {
         while (end < file.size() && end - at < size - 1 && (end == at || file[end - 1] != '\n'))
             ++end;
         line = file.substr(at, end - at);
-        line = line.c_str(); // a zero byte ends the line for everyone who looks at it
+        line = line.substr(0, line.find('\0')); // a zero byte ends the line for everyone who looks at it
         at = end;
         return true;
     }
@@ -61,11 +61,11 @@ class LanguageLookup {
         std::string value = rest;
         while (nextLine()) {
             if (!contains(line, keyClose)) {
-                value = cut(value + line, size - 1);
+                value = cut(value.append(line), size - 1);
                 continue;
             }
             const size_t tail = keyClose.size() + 1;
-            value = cut(value + line.substr(0, line.size() < tail ? 0 : line.size() - tail), size - 1);
+            value = cut(value.append(line, 0, line.size() < tail ? 0 : line.size() - tail), size - 1);
             found = cut(value, 254);
             return;
         }
