@@ -27,7 +27,7 @@ class Connection {
     using Closed = std::function<void()>;
 
     // `closed` is called once, last; it may destroy the connection.
-    Connection(Descriptor socket, const WebContext& context, Closed closed);
+    Connection(Descriptor connected, const WebContext& context, Closed closed);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;

@@ -1,13 +1,16 @@
 #include "simulator/web/origin.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace ostrel {
 namespace {
 
 bool isThisMachine(const std::string& host, int port) {
-    for (const char* name : {"127.0.0.1", "localhost", "[::1]"})
-        if (host == std::string(name) + ":" + std::to_string(port) || (port == 80 && host == name))
-            return true;
-    return false;
+    constexpr const char* NAMES[] = {"127.0.0.1", "localhost", "[::1]"};
+    return std::any_of(std::begin(NAMES), std::end(NAMES), [&](const char* name) {
+        return host == std::string(name) + ":" + std::to_string(port) || (port == 80 && host == name);
+    });
 }
 
 } // namespace

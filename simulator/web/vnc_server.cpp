@@ -28,7 +28,7 @@ void sayNothing(const char* /*format*/, ...) {}
 } // namespace
 
 struct VncServer::Worker {
-    explicit Worker(const std::string& name);
+    explicit Worker(std::string name);
     ~Worker();
 
     void run();
@@ -59,9 +59,9 @@ struct VncServer::Worker {
     std::thread thread;
 };
 
-VncServer::Worker::Worker(const std::string& name)
-    : work(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), pointed(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), title(name),
-      pixels(PANEL_PIXELS) {
+VncServer::Worker::Worker(std::string name)
+    : work(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)), pointed(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)),
+      title(std::move(name)), pixels(PANEL_PIXELS) {
     constexpr int BITS_PER_CHANNEL = 8;
     constexpr int CHANNELS = 3;
     constexpr int BYTES_PER_PIXEL = 4;

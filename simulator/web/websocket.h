@@ -24,7 +24,7 @@ class WebSocketDecoder {
 
   private:
     struct Frame;
-    bool take(const Frame& frame, std::string& payload, std::string& answers);
+    bool take(const Frame& received, std::string& payload, std::string& answers);
 
     bool inMessage = false; // more frames of the current message follow
 };

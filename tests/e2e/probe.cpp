@@ -110,7 +110,9 @@ int crash() {
 
 int main(int argc, char** argv) {
     const std::vector<const char*> arguments(argv + 1, argv + argc);
-    const auto number = [&](size_t index) { return index < arguments.size() ? atoi(arguments[index]) : 0; };
+    const auto number = [&](size_t index) {
+        return index < arguments.size() ? static_cast<int>(strtol(arguments[index], nullptr, 10)) : 0;
+    };
     if (arguments.empty())
         return 2;
     if (strcmp(arguments[0], "follow") == 0)

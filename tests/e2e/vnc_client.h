@@ -37,7 +37,9 @@ class RunningSimulator {
         within10s([&] {
             const std::string errors = contentOf(desk.file("errors"));
             const size_t colon = errors.rfind(':');
-            port = colon != std::string::npos && errors.back() == '\n' ? atoi(errors.c_str() + colon + 1) : 0;
+            port = colon != std::string::npos && errors.back() == '\n'
+                       ? static_cast<int>(strtol(errors.c_str() + colon + 1, nullptr, 10))
+                       : 0;
             return port != 0;
         });
     }
@@ -54,7 +56,7 @@ class RunningSimulator {
     long memory() const {
         const std::string status = contentOf("/proc/" + std::to_string(pid) + "/status");
         const size_t at = status.find("VmRSS:");
-        return at == std::string::npos ? -1 : atol(status.c_str() + at + 6);
+        return at == std::string::npos ? -1 : strtol(status.c_str() + at + 6, nullptr, 10);
     }
 
     Desk desk;
