@@ -32,4 +32,24 @@ void writePng(const std::string& path, const Picture& picture) {
         throw systemFailure("cannot write " + path);
 }
 
+std::vector<uint32_t> readPng(const std::string& path) {
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    if (png_image_begin_read_from_file(&image, path.c_str()) == 0)
+        throw Failure("cannot read " + path + ": " + std::string(image.message));
+    if (image.width != PANEL_WIDTH || image.height != PANEL_HEIGHT) {
+        png_image_free(&image);
+        throw Failure("cannot compare with " + path + ": it is not a picture of 320 by 240 pixels");
+    }
+    image.format = PNG_FORMAT_RGB;
+    std::vector<unsigned char> bytes(size_t{3} * PANEL_PIXELS);
+    if (png_image_finish_read(&image, nullptr, bytes.data(), 0, nullptr) == 0)
+        throw Failure("cannot read " + path + ": " + std::string(image.message));
+    std::vector<uint32_t> colours;
+    colours.reserve(PANEL_PIXELS);
+    for (size_t i = 0; i < bytes.size(); i += 3)
+        colours.push_back(static_cast<uint32_t>(bytes[i] << 16 | bytes[i + 1] << 8 | bytes[i + 2]));
+    return colours;
+}
+
 } // namespace ostrel

@@ -11,6 +11,9 @@ namespace ostrel {
 // Replaces `path` in one step. Throws Failure.
 void writePng(const std::string& path, const Picture& picture);
 
+// The 0x00RRGGBB colours of a picture of the panel's size. Throws Failure.
+std::vector<uint32_t> readPng(const std::string& path);
+
 } // namespace ostrel
 
 #endif

@@ -13,12 +13,12 @@
 namespace ostrel {
 namespace {
 
-enum class Argument { None, X, Y, Milliseconds, File };
+enum class Argument { None, X, Y, Milliseconds, Section, Status, Name, File, Value };
 
 struct Verb {
     const char* name;
     Action action;
-    Argument arguments[2];
+    Argument arguments[3];
     const char* example;
 };
 
@@ -27,21 +27,31 @@ constexpr Verb VERBS[] = {
     {"tap", Action::Tap, {Argument::X, Argument::Y}, "tap 160 120"},
     {"press", Action::Press, {Argument::X, Argument::Y}, "press 160 120"},
     {"move", Action::Move, {Argument::X, Argument::Y}, "move 170 120"},
-    {"release", Action::Release, {Argument::None, Argument::None}, "release"},
-    {"wait", Action::Wait, {Argument::Milliseconds, Argument::None}, "wait 300"},
-    {"shot", Action::Shot, {Argument::File, Argument::None}, "shot page.png"},
-    {"quit", Action::Quit, {Argument::None, Argument::None}, "quit"},
+    {"release", Action::Release, {}, "release"},
+    {"wait", Action::Wait, {Argument::Milliseconds}, "wait 300"},
+    {"shot", Action::Shot, {Argument::File}, "shot page.png"},
+    {"expect", Action::Expect, {Argument::File}, "expect page.png"},
+    {"expect-dark", Action::ExpectDark, {}, "expect-dark"},
+    {"expect-setting",
+     Action::ExpectSetting,
+     {Argument::Section, Argument::Name, Argument::Value},
+     "expect-setting 1 PIN 1234"},
+    {"quit", Action::Quit, {}, "quit"},
+    {"exit-code", Action::ExitCode, {Argument::Status}, "exit-code 0"},
 };
 
 struct Range {
     Argument argument;
     const char* what;
+    int least;
     int end;
 };
 constexpr Range RANGES[] = {
-    {Argument::X, "x", PANEL_WIDTH},
-    {Argument::Y, "y", PANEL_HEIGHT},
-    {Argument::Milliseconds, "the milliseconds", 86400001},
+    {Argument::X, "x", 0, PANEL_WIDTH},
+    {Argument::Y, "y", 0, PANEL_HEIGHT},
+    {Argument::Milliseconds, "the milliseconds", 0, 86400001},
+    {Argument::Section, "the section", 1, 3},
+    {Argument::Status, "the exit status", 0, 256},
 };
 
 std::string trimmed(const std::string& text) {
@@ -55,7 +65,7 @@ class Parser {
     explicit Parser(std::string name) : name(std::move(name)) {}
 
     Script parse(const std::string& text) {
-        Script script{name, {}};
+        Script script{name, ".", {}};
         std::istringstream lines(text);
         for (std::string content; std::getline(lines, content);) {
             ++line;
@@ -98,11 +108,21 @@ class Parser {
             const long value = strtol(word.c_str(), &end, 10);
             if (word.empty() || *end != '\0')
                 refuse(std::string(verb.name) + " needs a number, not '" + word + "', as in '" + verb.example + "'");
-            if (errno != 0 || value < 0 || value >= range.end)
-                refuse(std::string(range.what) + " must be 0 to " + std::to_string(range.end - 1) + ", not " + word);
+            if (errno != 0 || value < range.least || value >= range.end)
+                refuse(
+                    std::string(range.what) + " must be " + std::to_string(range.least) + " to " +
+                    std::to_string(range.end - 1) + ", not " + word);
             return static_cast<int>(value);
         }
         return 0;
+    }
+
+    // An empty rest is one, too.
+    static std::string restOf(std::istringstream& words) {
+        std::string rest;
+        std::getline(words, rest);
+        words.clear(words.rdstate() & ~std::ios::failbit);
+        return trimmed(rest);
     }
 
     Command parseCommand(const std::string& source) {
@@ -114,20 +134,24 @@ class Parser {
         command.line = line;
         command.action = verb.action;
         command.source = source;
-        for (int i = 0; i < 2 && verb.arguments[i] != Argument::None; ++i) {
-            if (verb.arguments[i] == Argument::File) {
-                std::string rest;
-                std::getline(words, rest);
-                command.text = trimmed(rest);
-            } else if (words >> word)
-                command.numbers[i] = parseNumber(word, verb, verb.arguments[i]);
-            else
+        int numbers = 0;
+        for (const Argument argument : verb.arguments) {
+            if (argument == Argument::File || argument == Argument::Value)
+                command.text = restOf(words);
+            else if (argument == Argument::Name)
+                words >> command.name;
+            else if (argument != Argument::None && words >> word)
+                command.numbers[numbers++] = parseNumber(word, verb, argument);
+            if (argument != Argument::None && words.fail())
                 refuse(std::string(verb.name) + " needs more, as in '" + verb.example + "'");
         }
         if (verb.arguments[0] == Argument::File && command.text.empty())
             refuse(std::string(verb.name) + " needs a file, as in '" + verb.example + "'");
         if (words >> word)
             refuse("'" + word + "' is too much, as in '" + verb.example + "'");
+        if (ended)
+            refuse("nothing is played after exit-code: the program has ended");
+        ended = verb.action == Action::ExitCode;
         checkPen(verb);
         return command;
     }
@@ -149,6 +173,7 @@ class Parser {
 
     std::string name;
     int line = 0;
+    bool ended = false;
     bool down = false;
     int pressedInLine = 0;
 };
@@ -171,7 +196,10 @@ Script readScript(const std::string& file) {
         text.append(bytes, static_cast<size_t>(count));
     if (count < 0)
         throw systemFailure("cannot read the script " + file, descriptor.isOpen() ? errno : openReason);
-    return parseScript(fromInput ? "standard input" : file, text);
+    Script script = parseScript(fromInput ? "standard input" : file, text);
+    if (!fromInput && file.find('/') != std::string::npos)
+        script.directory = file.substr(0, file.rfind('/') + 1);
+    return script;
 }
 
 } // namespace ostrel

@@ -7,18 +7,20 @@
 
 namespace ostrel {
 
-enum class Action { Tap, Press, Move, Release, Wait, Shot, Quit };
+enum class Action { Tap, Press, Move, Release, Wait, Shot, Expect, ExpectDark, ExpectSetting, Quit, ExitCode };
 
 struct Command {
     int line = 0;
     Action action = Action::Quit;
-    int numbers[2] = {}; // x and y, or milliseconds
-    std::string text;    // a file's name
+    int numbers[2] = {}; // x and y, or milliseconds, a settings section, an exit status
+    std::string name;    // a setting's
+    std::string text;    // a file's name, or a setting's value
     std::string source;  // the command as it was written
 };
 
 struct Script {
-    std::string name; // for messages
+    std::string name;      // for messages
+    std::string directory; // of the script: expected pictures lie beside it
     std::vector<Command> commands;
 };
 

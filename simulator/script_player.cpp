@@ -1,16 +1,19 @@
 #include "simulator/script_player.h"
 
 #include "simulator/clock.h"
+#include "simulator/expectation.h"
 #include "simulator/failure.h"
 #include "simulator/png_file.h"
+#include "simulator/store/settings_store.h"
 
 #include <sstream>
 #include <utility>
 
 namespace ostrel {
 
-ScriptPlayer::ScriptPlayer(Script script, EventLoop& loop, TouchStream& stream, Panel& panel)
-    : script(std::move(script)), loop(loop), stream(stream), panel(panel) {}
+ScriptPlayer::ScriptPlayer(
+    Script script, EventLoop& loop, TouchStream& stream, Panel& panel, std::string stateDirectory)
+    : script(std::move(script)), loop(loop), stream(stream), panel(panel), stateDirectory(std::move(stateDirectory)) {}
 
 ScriptPlayer::~ScriptPlayer() {
     loop.cancel(timer);
@@ -71,8 +74,20 @@ void ScriptPlayer::playCommand(const Command& command) {
         else
             whenAsked([this, &command] { takePicture(command); });
         break;
+    case Action::Expect:
+        expectPicture(command);
+        break;
+    case Action::ExpectDark:
+        expect([this] { return panel.isDark(); }, [] { return std::string("the panel is not dark"); });
+        break;
+    case Action::ExpectSetting:
+        expectSetting(command);
+        break;
     case Action::Quit:
         finish("");
+        break;
+    case Action::ExitCode:
+        awaitEnd();
         break;
     }
 }
@@ -87,6 +102,54 @@ void ScriptPlayer::whenAsked(const Step& step) {
         fail("the program has not asked for the pen for " + seconds.str() + " s");
     } else
         timer = loop.after(LOOK_EVERY_MS, [this, step] { whenAsked(step); });
+}
+
+void ScriptPlayer::expect(const std::function<bool()>& isMet, const std::function<std::string()>& explain) {
+    constexpr int64_t LOOK_EVERY_MS = 5;
+    if (isMet())
+        advance();
+    else if (nowMs() >= impatientAtMs)
+        fail(explain());
+    else
+        timer = loop.after(LOOK_EVERY_MS, [=] { expect(isMet, explain); });
+}
+
+void ScriptPlayer::expectPicture(const Command& command) {
+    const bool isAbsolute = command.text.front() == '/';
+    try {
+        const PictureExpectation expected(isAbsolute ? command.text : script.directory + "/" + command.text);
+        const auto isMet = [=] {
+            panel.look();
+            return expected.isMetBy(panel.picture());
+        };
+        expect(isMet, [=] {
+            try {
+                return expected.explain(panel.picture());
+            } catch (const Failure& failure) {
+                return std::string(failure.what());
+            }
+        });
+    } catch (const Failure& failure) {
+        fail(failure.what());
+    }
+}
+
+// What a secret setting holds instead is not said.
+void ScriptPlayer::expectSetting(const Command& command) {
+    const auto isMet = [this, &command] {
+        char value[SETTING_SIZE];
+        return getStored(
+                   stateDirectory.c_str(), static_cast<Section>(command.numbers[0]), command.name.c_str(), value) ==
+                   0 &&
+               command.text == value;
+    };
+    expect(isMet, [&command] {
+        return "setting " + command.name + " of section " + std::to_string(command.numbers[0]) + " has another value";
+    });
+}
+
+void ScriptPlayer::awaitEnd() {
+    timer = loop.after(patienceMs, [this] { fail("the program has not ended"); });
 }
 
 void ScriptPlayer::takePicture(const Command& command) {
@@ -118,14 +181,20 @@ void ScriptPlayer::finish(const std::string& failure) {
         std::exchange(finished, nullptr)(failure);
 }
 
-std::string ScriptPlayer::programEnded(const std::string& ending) {
+bool ScriptPlayer::awaitsEnd() const {
+    return index < script.commands.size() && script.commands[index].action == Action::ExitCode;
+}
+
+std::string ScriptPlayer::programEnded(const Ending& ending) {
     loop.cancel(timer);
     finished = nullptr;
     if (index >= script.commands.size() || script.commands[index].action == Action::Quit)
         return "";
     const Command& command = script.commands[index];
-    return script.name + ":" + std::to_string(command.line) + ": " + ending + " before '" + command.source +
-           "' was done";
+    const std::string where = script.name + ":" + std::to_string(command.line) + ": " + ending.sentence;
+    if (!awaitsEnd())
+        return where + " before '" + command.source + "' was done";
+    return ending.status == command.numbers[0] ? "" : where + ", not " + std::to_string(command.numbers[0]);
 }
 
 } // namespace ostrel

@@ -1,11 +1,12 @@
 // Plays a touch script on the panel. A stroke is sent when the program asks for the pen, not by the clock, so that slow
 // machines play the same story. `wait` is by the clock; a picture taken right after a touch is taken when the program
-// has dealt with it and asks again, one taken after `wait` is taken there and then.
+// has dealt with it and asks again, one taken after `wait` is taken there and then. An expectation is waited for.
 #ifndef OSTREL_SIMULATOR_SCRIPT_PLAYER_H
 #define OSTREL_SIMULATOR_SCRIPT_PLAYER_H
 
 #include "simulator/event_loop.h"
 #include "simulator/panel.h"
+#include "simulator/program.h"
 #include "simulator/script.h"
 #include "simulator/touch_stream.h"
 
@@ -19,7 +20,8 @@ class ScriptPlayer {
     // What ended the play; empty: the script was played to its end.
     using Finished = std::function<void(const std::string& failure)>;
 
-    ScriptPlayer(Script script, EventLoop& loop, TouchStream& stream, Panel& panel);
+    // `stateDirectory` is where settings are looked up.
+    ScriptPlayer(Script script, EventLoop& loop, TouchStream& stream, Panel& panel, std::string stateDirectory);
     ~ScriptPlayer();
     ScriptPlayer(const ScriptPlayer&) = delete;
     ScriptPlayer& operator=(const ScriptPlayer&) = delete;
@@ -28,9 +30,11 @@ class ScriptPlayer {
     // `finished` is called once, last, from the loop.
     void play(double speed, int patienceMs, Finished finished);
 
-    // The program has ended, in the words of `ending`. Returns why that fails the script; empty when nothing was left
-    // to do.
-    std::string programEnded(const std::string& ending);
+    // The program has ended. What is wrong with that for the script; empty when nothing was left to do.
+    std::string programEnded(const Ending& ending);
+
+    // The end of the program, with its status, is what the script is waiting for.
+    bool awaitsEnd() const;
 
   private:
     using Step = std::function<void()>;
@@ -38,6 +42,10 @@ class ScriptPlayer {
     void playNext();
     void playCommand(const Command& command);
     void whenAsked(const Step& step);
+    void expect(const std::function<bool()>& isMet, const std::function<std::string()>& explain);
+    void expectPicture(const Command& command);
+    void expectSetting(const Command& command);
+    void awaitEnd();
     void takePicture(const Command& command);
     void advance();
     void fail(const std::string& reason);
@@ -47,6 +55,7 @@ class ScriptPlayer {
     EventLoop& loop;
     TouchStream& stream;
     Panel& panel;
+    std::string stateDirectory;
     double speed = 1.0;
     int patienceMs = 0;
     Finished finished;

@@ -33,10 +33,11 @@ std::string stateDirectoryFor(const Options& options, const std::string& program
                                  : options.state;
 }
 
-std::unique_ptr<ScriptPlayer> playerFor(const Options& options, EventLoop& loop, TouchStream& stream, Panel& panel) {
+std::unique_ptr<ScriptPlayer> playerFor(
+    const Options& options, EventLoop& loop, TouchStream& stream, Panel& panel, const std::string& stateDirectory) {
     if (options.script.empty())
         return nullptr;
-    return std::make_unique<ScriptPlayer>(readScript(options.script), loop, stream, panel);
+    return std::make_unique<ScriptPlayer>(readScript(options.script), loop, stream, panel, stateDirectory);
 }
 
 class Simulator {
@@ -45,7 +46,7 @@ class Simulator {
         : options(options), path(path), directory(stateDirectoryFor(options, path), options.fresh),
           panel(directory.file(state::FRAMEBUFFER), directory.page()),
           stream(directory.file(state::TOUCH), programKind(path).bits, loop, directory.page()),
-          player(playerFor(options, loop, stream, panel)), program(loop) {}
+          player(playerFor(options, loop, stream, panel, directory.path())), program(loop) {}
 
     int run() {
         switchOnStore();
@@ -96,10 +97,11 @@ class Simulator {
         logLine(directory.path().c_str(), "%s", ending.sentence.c_str());
         if (endingIt) // the simulator's own doing
             return;
-        exitStatus = ending.status;
-        if (ending.status != 0)
+        const bool isExpected = player && player->awaitsEnd();
+        const std::string failure = player ? player->programEnded(ending) : "";
+        exitStatus = isExpected ? 0 : ending.status;
+        if (exitStatus != 0)
             say(ending.sentence);
-        const std::string failure = player ? player->programEnded(ending.sentence) : "";
         if (failure.empty())
             return;
         say(failure);

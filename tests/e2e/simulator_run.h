@@ -23,10 +23,7 @@ inline std::string contentOf(const std::string& path) {
 
 class Desk {
   public:
-    Desk() {
-        std::filesystem::create_directory(directory.file("assets"));
-        write("assets/factory-settings", "[main]\n[rtdev]\n");
-    }
+    Desk() { std::filesystem::create_directory(directory.file("assets")); }
 
     std::string file(const std::string& name) const { return directory.file(name); }
 

@@ -81,8 +81,34 @@ TEST(Script, WithAMistakeStartsNothing) {
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.output, "");
     EXPECT_EQ(
-        run.errors,
-        "ostrel-sim: script:2: there is no command 'fly', only tap, press, move, release, wait, shot, quit\n");
+        run.errors, "ostrel-sim: script:2: there is no command 'fly', only tap, press, move, release, wait, shot, "
+                    "expect, expect-dark, expect-setting, quit, exit-code\n");
+}
+
+TEST(Script, ChecksThePanelTheSettingsAndTheEnd) {
+    const Desk desk;
+    EXPECT_EQ(desk.play("wait 100\nshot page.png\n", "follow 1").status, 0);
+    const char* story = "expect page.png\nexpect-setting 1 Language english\nexpect-setting 2 ScreenTimeout 300\n"
+                        "expect-setting 1 nothing\ntap 5 5\nexit-code 0\n";
+    const Told good = desk.play(story, "follow 1");
+    EXPECT_EQ(good.errors, "");
+    EXPECT_EQ(good.status, 0);
+    const Told bad = desk.play("tap 100 100\nexpect page.png\n", "follow 9", "--patience 0.5");
+    EXPECT_EQ(bad.status, 1);
+    EXPECT_NE(bad.errors.find("script:2: "), std::string::npos) << bad.errors;
+    EXPECT_TRUE(std::filesystem::exists(desk.file("page.difference.png")));
+    const Told wrong = desk.play("expect-setting 1 Language klingon\n", "follow 9", "--patience 0.2");
+    EXPECT_EQ(wrong.errors, "ostrel-sim: script:1: setting Language of section 1 has another value\n");
+}
+
+TEST(Script, CanExpectAFailingProgram) {
+    const Desk desk;
+    desk.write("script", "exit-code 134\n");
+    EXPECT_EQ(desk.run("--script script '" OSTREL_PROBE "' crash").errors, "");
+    EXPECT_EQ(desk.run("--script script '" OSTREL_PROBE "' crash").status, 0);
+    const Told other = desk.run("--script script sh -c 'exit 3'");
+    EXPECT_EQ(other.status, 1);
+    EXPECT_EQ(other.errors, "ostrel-sim: script:1: sh exited with status 3, not 134\n");
 }
 
 } // namespace

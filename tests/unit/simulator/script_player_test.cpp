@@ -1,7 +1,9 @@
+#include "simulator/png_file.h"
 #include "simulator/script_player.h"
 #include "tests/unit/simulator/stream_reader.h"
 #include "tests/unit/simulator/temporary_directory.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <optional>
@@ -26,7 +28,7 @@ class ScriptPlayerTest : public testing::Test {
     }
 
     void play(const std::string& text, int patienceMs = 1000000) {
-        player.emplace(parseScript("t", text), loop, *stream, *panel);
+        player.emplace(parseScript("t", text), loop, *stream, *panel, directory.path);
         player->play(1.0, patienceMs, [this](const std::string& failure) { end = "ended: " + failure; });
     }
 
@@ -104,7 +106,7 @@ TEST_F(ScriptPlayerTest, NamesTheLineOfAPictureThatCannotBeSaved) {
 TEST_F(ScriptPlayerTest, FailsWhenTheProgramEndsTooEarly) {
     play("tap 1 1\nquit");
     EXPECT_EQ(
-        player->programEnded("gallery exited with status 0"),
+        player->programEnded({0, "gallery exited with status 0"}),
         "t:1: gallery exited with status 0 before 'tap 1 1' was done");
     ask();
     EXPECT_EQ(end, "playing"); // told by programEnded, not twice
@@ -115,7 +117,63 @@ TEST_F(ScriptPlayerTest, DoesNotMindAProgramThatEndsAfterTheLastTouch) {
     ask();
     ask();
     settle();
-    EXPECT_EQ(player->programEnded("gallery exited with status 0"), "");
+    EXPECT_EQ(player->programEnded({0, "gallery exited with status 0"}), "");
+}
+
+TEST_F(ScriptPlayerTest, WaitsForADarkPanel) {
+    play("expect-dark\nquit");
+    settle();
+    EXPECT_EQ(end, "playing");
+    page.backlightOff = 1;
+    settle();
+    EXPECT_EQ(end, "ended: ");
+}
+
+TEST_F(ScriptPlayerTest, WaitsForAPicture) {
+    Picture white(76800, 0xFFFF);
+    writePng(directory.file("white.png"), white);
+    play("expect " + directory.file("white.png") + "\nquit");
+    settle();
+    EXPECT_EQ(end, "playing");
+    const Descriptor framebuffer(open(directory.file("fb0").c_str(), O_WRONLY));
+    EXPECT_EQ(pwrite(framebuffer.get(), white.data(), 153600, 0), 153600);
+    settle();
+    EXPECT_EQ(end, "ended: ");
+}
+
+TEST_F(ScriptPlayerTest, NamesThePixelsOfAWrongPictureAndSavesThem) {
+    std::filesystem::current_path(directory.path);
+    Picture expected(76800);
+    expected[320 * 10 + 20] = 0xF800;
+    expected[320 * 30 + 15] = 0xFFFF;
+    std::filesystem::create_directory(directory.file("golden"));
+    writePng(directory.file("golden/page.png"), expected);
+    play("expect " + directory.file("golden/page.png"), 5);
+    settle();
+    EXPECT_EQ(
+        end, "ended: t:1: 2 pixels differ from " + directory.file("golden/page.png") +
+                 ", within 15,10 to 20,30; see page.expected.png, .actual.png and .difference.png");
+    EXPECT_EQ(readPng("page.expected.png")[320 * 10 + 20], 0xFF0000U);
+    EXPECT_EQ(readPng("page.actual.png")[320 * 10 + 20], 0U);
+    EXPECT_EQ(readPng("page.difference.png")[320 * 30 + 15], 0xFF0000U);
+    std::filesystem::current_path("/");
+}
+
+TEST_F(ScriptPlayerTest, SaysWhatIsWrongWithAnExpectedPicture) {
+    play("expect missing.png");
+    settle();
+    EXPECT_EQ(end, "ended: t:1: cannot read ./missing.png: No such file or directory");
+}
+
+TEST_F(ScriptPlayerTest, ComparesTheProgramsStatus) {
+    play("exit-code 3");
+    EXPECT_TRUE(player->awaitsEnd());
+    EXPECT_EQ(player->programEnded({3, "gallery exited with status 3"}), "");
+    play("exit-code 3");
+    EXPECT_EQ(player->programEnded({0, "gallery exited with status 0"}), "t:1: gallery exited with status 0, not 3");
+    play("exit-code 0", 5);
+    settle();
+    EXPECT_EQ(end, "ended: t:1: the program has not ended");
 }
 
 } // namespace

@@ -46,6 +46,19 @@ TEST(Script, ReadsEveryCommand) {
     EXPECT_EQ(script.commands[6].line, 9);
 }
 
+TEST(Script, ReadsExpectations) {
+    const Script script = parseScript(
+        "t", "expect a.png\nexpect-dark\nexpect-setting 2 Name Living room\nexpect-setting 1 PIN\nexit-code 3");
+    ASSERT_EQ(script.commands.size(), 5U);
+    EXPECT_EQ(script.commands[0].text, "a.png");
+    EXPECT_EQ(script.commands[1].action, Action::ExpectDark);
+    EXPECT_EQ(script.commands[2].numbers[0], 2);
+    EXPECT_EQ(script.commands[2].name, "Name");
+    EXPECT_EQ(script.commands[2].text, "Living room");
+    EXPECT_EQ(script.commands[3].text, ""); // an empty setting
+    EXPECT_EQ(script.commands[4].numbers[0], 3);
+}
+
 TEST(Script, MayBeEmpty) {
     EXPECT_TRUE(parseScript("t", "").commands.empty());
     EXPECT_TRUE(parseScript("t", "\n# nothing\n").commands.empty());
@@ -56,7 +69,8 @@ TEST(Script, NamesTheLineOfAMistake) {
         const char* text;
         const char* sentence;
     } cases[] = {
-        {"tap 1 2\nfly 1 2", "t:2: there is no command 'fly', only tap, press, move, release, wait, shot, quit"},
+        {"tap 1 2\nfly 1 2", "t:2: there is no command 'fly', only tap, press, move, release, wait, shot, expect, "
+                             "expect-dark, expect-setting, quit, exit-code"},
         {"tap 160", "t:1: tap needs more, as in 'tap 160 120'"},
         {"tap", "t:1: tap needs more, as in 'tap 160 120'"},
         {"tap 1 2 3", "t:1: '3' is too much, as in 'tap 160 120'"},
@@ -67,6 +81,12 @@ TEST(Script, NamesTheLineOfAMistake) {
         {"tap 1 240", "t:1: y must be 0 to 239, not 240"},
         {"wait 99999999999999999999", "t:1: the milliseconds must be 0 to 86400000, not 99999999999999999999"},
         {"shot", "t:1: shot needs a file, as in 'shot page.png'"},
+        {"expect", "t:1: expect needs a file, as in 'expect page.png'"},
+        {"expect-dark now", "t:1: 'now' is too much, as in 'expect-dark'"},
+        {"expect-setting 1", "t:1: expect-setting needs more, as in 'expect-setting 1 PIN 1234'"},
+        {"expect-setting 3 PIN 1", "t:1: the section must be 1 to 2, not 3"},
+        {"exit-code 256", "t:1: the exit status must be 0 to 255, not 256"},
+        {"exit-code 0\nquit", "t:2: nothing is played after exit-code: the program has ended"},
         {"quit now", "t:1: 'now' is too much, as in 'quit'"},
         {"\n\nmove 1 2", "t:3: move: the pen is up; press comes first"},
         {"release", "t:1: release: the pen is up; press comes first"},

@@ -1,0 +1,29 @@
+// What scripts expect of the panel, and how they tell that it shows something else.
+#ifndef OSTREL_SIMULATOR_EXPECTATION_H
+#define OSTREL_SIMULATOR_EXPECTATION_H
+
+#include "simulator/panel.h"
+
+#include <string>
+
+namespace ostrel {
+
+class PictureExpectation {
+  public:
+    // The picture in `file`, a PNG. Throws Failure.
+    explicit PictureExpectation(const std::string& file);
+
+    bool isMetBy(const Picture& picture) const;
+
+    // Saves NAME.expected.png, NAME.actual.png and NAME.difference.png in the working directory and says in one
+    // sentence what differs. Throws Failure when they cannot be saved.
+    std::string explain(const Picture& picture) const;
+
+  private:
+    std::string file;
+    std::vector<uint32_t> colours;
+};
+
+} // namespace ostrel
+
+#endif
