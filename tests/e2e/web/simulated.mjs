@@ -98,6 +98,17 @@ export async function until(isSo, what, timeoutMs = 10000) {
   }
 }
 
+// Waits until the panel has not changed for a while: the program is done with what it was doing.
+export async function settled(page) {
+  let before = '';
+  await until(async () => {
+    const last = before;
+    await new Promise((resolve) => { setTimeout(resolve, 400); });
+    before = (await pixels(page)).join();
+    return before === last;
+  }, 'the panel is at rest', 20000);
+}
+
 // Where a pixel of the panel is in the window.
 export async function place(page, x, y) {
   const box = await page.locator('#screen canvas').boundingBox();
