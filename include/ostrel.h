@@ -2,6 +2,7 @@
 #ifndef OSTREL_H
 #define OSTREL_H
 
+#include "gui/button_pictures.h"
 #include "gui/display.h"
 #include "gui/modal.h"
 #include "gui/program_globals.h"
