@@ -45,8 +45,9 @@ class PenQueue {
     // Whether a press waits that nobody has been told of.
     bool hasPress() const;
 
-    // Whether the program was told of a press whose stroke still goes on.
-    bool isHeld() const { return firstIsTold && !strokes.front().ended; }
+    // Whether the current stroke still goes on: the one that the program was told of, else one that it was not told of
+    // yet.
+    bool isHeld() const { return firstIsTold ? !strokes.front().ended : hasPress() && following; }
 
     // Tells of the end of a stroke that has ended.
     void takeRelease();

@@ -238,6 +238,23 @@ TEST(WaitForPenUp, EndsWithTheCurrentStrokeHoweverLongAndKeepsTheNext) {
     EXPECT_EQ(desk.looks(2), "30,40\nup\n");
 }
 
+TEST(WaitForPenUp, BlocksAlsoForAPressThatNobodyWasToldOfAndKeepsIt) {
+    TouchDesk desk;
+    desk.press(10, 20);
+    desk.at(desk.nowMs + 700, [&] { desk.lift(); });
+    desk.input().waitForPenUp();
+    EXPECT_EQ(desk.nowMs, 1'000'700);
+    EXPECT_EQ(desk.looks(2), "10,20\nup\n");
+}
+
+TEST(WaitForPenUp, DoesNotWaitForAPressThatIsHeldBack) {
+    TouchDesk desk;
+    desk.press(10, 20);
+    desk.input().disable(true);
+    desk.input().waitForPenUp();
+    EXPECT_EQ(desk.waits, 0);
+}
+
 TEST(WaitForPenUp, TellsOfTheRelease) {
     TouchDesk desk;
     desk.tap(10, 20);
