@@ -122,7 +122,7 @@ Picture samplePage(const std::string& assets) {
     WidgetRecord elements[] = {
         recordOf(2, 8, 48, 304, 36, L"Name\tHome network"),
         recordOf(2, 8, 88, 304, 36, L"correct horse"),
-        recordOf(4, 8, 128, 304, 36, L"Show password"),
+        recordOf(4, 8, 128, 304, 36, L"Connect automatically"),
         recordOf(3, 8, 168, 149, 36, L"WPA3"),
         recordOf(3, 163, 168, 149, 36, L"WPA2"),
         recordOf(9, 8, 208, 149, 30, L"Forget"),
