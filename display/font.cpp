@@ -24,6 +24,7 @@ struct Font {
 
 struct Fonts {
     FT_Library library = nullptr;
+    bool isReported = false; // both lie in one folder: one line shows the way out
     // In the order in which a character is looked for.
     Font fonts[2] = {
         {OSTREL_TEXT_FONT, "Texts are drawn as boxes or in another font", nullptr, 0, false},
@@ -42,7 +43,10 @@ std::string pathOf(const char* file) {
     return std::string(folder) + '/' + file;
 }
 
-void report(const Font& font, const std::string& path, const char* reason) {
+void report(Fonts& fonts, const Font& font, const std::string& path, const char* reason) {
+    if (fonts.isReported)
+        return;
+    fonts.isReported = true;
     fprintf(
         stderr,
         "ostrel: no font at %s: %s. %s; run the program with 'ostrel-sim PROGRAM', or name the fonts' folder in "
@@ -54,16 +58,16 @@ void open(Fonts& fonts, Font& font) {
     font.isTried = true;
     const std::string path = pathOf(font.file);
     if (access(path.c_str(), R_OK) != 0)
-        return report(font, path, strerror(errno));
+        return report(fonts, font, path, strerror(errno));
     if (fonts.library == nullptr && FT_Init_FreeType(&fonts.library) != 0)
-        return report(font, path, "FreeType does not start");
+        return report(fonts, font, path, "FreeType does not start");
     if (FT_New_Face(fonts.library, path.c_str(), 0, &font.face) != 0)
-        return report(font, path, "it is not a font, or a broken one");
+        return report(fonts, font, path, "it is not a font, or a broken one");
     if (FT_IS_SCALABLE(font.face) && FT_Select_Charmap(font.face, FT_ENCODING_UNICODE) == 0)
         return;
     FT_Done_Face(font.face);
     font.face = nullptr;
-    report(font, path, "it is not a scalable Unicode font");
+    report(fonts, font, path, "it is not a scalable Unicode font");
 }
 
 bool setEm(Font& font, int em64) {
@@ -93,6 +97,7 @@ FontGlyph findGlyph(uint32_t code, int em64) {
 }
 
 void closeFonts() {
+    state().isReported = false;
     for (Font& font : state().fonts) {
         if (font.face != nullptr)
             FT_Done_Face(font.face);

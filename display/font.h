@@ -16,7 +16,8 @@ struct FontGlyph {
 };
 
 // The glyph of `code` in the text font, else in the symbol font, scaled to `em64` / 64 pixels an em. No face where
-// neither has it. A font that is missing or broken is reported once, on standard error, when it is first needed.
+// neither has it. The first font that is missing or broken is reported, in one line on standard error, when it is
+// needed.
 FontGlyph findGlyph(uint32_t code, int em64);
 
 // Closes the fonts; the next glyph opens them anew, as a fresh program would. For tests.

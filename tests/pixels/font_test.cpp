@@ -43,23 +43,34 @@ long linesOf(const std::string& text) {
 
 } // namespace
 
-TEST(Fonts, ThatAreMissingGiveALineEachAndBoxes) {
+TEST(Fonts, ThatAreMissingGiveOneLineAndBoxes) {
     const std::string folder = emptyFolder("missing");
     Picture drawn;
     const std::string said = saidWhenDrawing(folder, drawn);
     EXPECT_EQ(
         said, "ostrel: no font at " + folder +
                   "/RobotoCondensed-Medium.ttf: No such file or directory. Texts are drawn as boxes or in another "
-                  "font; run the program with 'ostrel-sim PROGRAM', or name the fonts' folder in OSTREL_FONT_DIR.\n"
-                  "ostrel: no font at " +
-                  folder +
-                  "/DejaVuSansCondensed.ttf: No such file or directory. Some symbols are drawn as boxes; run the "
-                  "program with 'ostrel-sim PROGRAM', or name the fonts' folder in OSTREL_FONT_DIR.\n");
+                  "font; run the program with 'ostrel-sim PROGRAM', or name the fonts' folder in OSTREL_FONT_DIR.\n");
     const std::string boxes = shapeOf(drawn, 0xFFFF);
     EXPECT_NE(boxes.find("########"), std::string::npos) << boxes;
 }
 
-TEST(Fonts, ThatAreBrokenGiveALineEachAndBoxes) {
+TEST(Fonts, WithoutTheSymbolFontGiveALineAtTheFirstSymbol) {
+    const std::string folder = emptyFolder("letters");
+    write(folder + "/RobotoCondensed-Medium.ttf", readAll(std::string(stagedFonts()) + "/RobotoCondensed-Medium.ttf"));
+    Picture drawn;
+    EXPECT_EQ(saidWhenDrawing(folder, drawn), "");
+    const FontFolder fonts(folder);
+    testing::internal::CaptureStderr();
+    textWidth(L"\u2713\u2713", 20);
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(),
+        "ostrel: no font at " + folder +
+            "/DejaVuSansCondensed.ttf: No such file or directory. Some symbols are drawn as boxes; run the program "
+            "with 'ostrel-sim PROGRAM', or name the fonts' folder in OSTREL_FONT_DIR.\n");
+}
+
+TEST(Fonts, ThatAreBrokenGiveOneLineAndBoxes) {
     const std::string whole = readAll(std::string(stagedFonts()) + "/RobotoCondensed-Medium.ttf");
     ASSERT_GT(whole.size(), 100'000U);
     for (const std::string& content : {std::string(), std::string("not a font"), whole.substr(0, 1000)}) {
@@ -68,7 +79,7 @@ TEST(Fonts, ThatAreBrokenGiveALineEachAndBoxes) {
         std::filesystem::create_directory(folder + "/DejaVuSansCondensed.ttf");
         Picture drawn;
         const std::string said = saidWhenDrawing(folder, drawn);
-        EXPECT_EQ(linesOf(said), 2) << said;
+        EXPECT_EQ(linesOf(said), 1) << said;
         EXPECT_NE(said.find("Medium.ttf: it is not a font, or a broken one."), std::string::npos) << said;
     }
 }
