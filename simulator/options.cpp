@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <sstream>
 
 namespace ostrel {
 namespace {
@@ -22,18 +23,26 @@ struct Option {
     throw Failure(sentence + "; see ostrel-sim --help", exit_status::USAGE);
 }
 
+std::string shortest(double number) {
+    std::ostringstream text;
+    text << number;
+    return text.str();
+}
+
 double number(const char* option, const std::string& text, double least, double most) {
     char* end = nullptr;
     const double value = strtod(text.c_str(), &end);
     if (text.empty() || *end != '\0' || !std::isfinite(value) || value < least || value > most)
-        refuse(std::string(option) + " needs a number, not '" + text + "'");
+        refuse(
+            std::string(option) + " needs a number from " + shortest(least) + " to " + shortest(most) + ", not '" +
+            text + "'");
     return value;
 }
 
 int port(const std::string& text) {
     const double value = number("--web", text, 1, 65535);
     if (value != std::floor(value))
-        refuse("--web needs a port number, not '" + text + "'");
+        refuse("--web needs a whole number, not '" + text + "'");
     return static_cast<int>(value);
 }
 

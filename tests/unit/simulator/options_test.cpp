@@ -59,12 +59,12 @@ TEST(Options, RefuseWhatMakesNoSense) {
         {{"--state=", "p"}, "--state needs DIR"},
         {{"--state", "", "p"}, "--state needs DIR"},
         {{"--fresh=yes", "p"}, "--fresh takes no value"},
-        {{"--web=0", "p"}, "--web needs a number, not '0'"},
-        {{"--web=65536", "p"}, "--web needs a number, not '65536'"},
-        {{"--web=80.5", "p"}, "--web needs a port number, not '80.5'"},
-        {{"--web=http", "p"}, "--web needs a number, not 'http'"},
-        {{"--speed=0", "p"}, "--speed needs a number, not '0'"},
-        {{"--speed=nan", "p"}, "--speed needs a number, not 'nan'"},
+        {{"--web=0", "p"}, "--web needs a number from 1 to 65535, not '0'"},
+        {{"--web=65536", "p"}, "--web needs a number from 1 to 65535, not '65536'"},
+        {{"--web=80.5", "p"}, "--web needs a whole number, not '80.5'"},
+        {{"--web=http", "p"}, "--web needs a number from 1 to 65535, not 'http'"},
+        {{"--speed=0", "p"}, "--speed needs a number from 0.01 to 1000, not '0'"},
+        {{"--speed=nan", "p"}, "--speed needs a number from 0.01 to 1000, not 'nan'"},
         {{"--headless", "--web", "p"}, "--headless and --web exclude each other"},
     };
     for (const auto& [words, sentence] : cases)
