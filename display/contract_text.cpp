@@ -11,6 +11,7 @@ namespace {
 constexpr uint16_t WHITE = 0xFFFF;
 constexpr int TITLE_X = 90;
 constexpr int TITLE_Y = 10;
+constexpr int TITLE_ROOM = 190; // up to the place of the language button, x = 283
 
 } // namespace
 
@@ -19,7 +20,10 @@ void drawText(wchar_t* text, int x, int y, int width, int, int, float size, int 
 }
 
 void drawFontBigWhiteString(wchar_t* text, int x, int y) {
-    flush(drawLine(panelCanvas(), viewOf(text), x, y, TITLE_LINE, WHITE));
+    if (x == TITLE_X && y == TITLE_Y)
+        flush(drawFitted(panelCanvas(), viewOf(text), x, y, TITLE_ROOM, TITLE_LINE, WHITE, Align::Left));
+    else
+        flush(drawLine(panelCanvas(), viewOf(text), x, y, TITLE_LINE, WHITE));
 }
 
 void unDrawTitle(wchar_t* text) {

@@ -85,7 +85,8 @@ OSTREL_API void drawRoundedRectangle(int x1, int y1, int x2, int y2, int a, int 
 // Only the glyphs are painted, blended over what is there.
 OSTREL_API void drawText(wchar_t* text, int x, int y, int width, int a, int b, float size, int colour, int c);
 
-// Draws `text` in the big white title font with the top of its line box at y.
+// Draws `text` in the big white title font with the top of its line box at y. A page's title, at (90, 10), keeps clear
+// of the language button: it is made smaller where it does not fit, and then cut with an ellipsis.
 OSTREL_API void drawFontBigWhiteString(wchar_t* text, int x, int y);
 
 // Erases the title row, from x = 90 on, as wide as `text` is in the title font.

@@ -1,0 +1,222 @@
+// The header of a page and the PIN pad as people see them.
+#include "display/touch_device.h"
+#include "gui/screen.h"
+#include "lock/inactivity.h"
+#include "lock/pin_pad.h"
+#include "tests/support/panel_file.h"
+#include "tests/support/staged_fonts.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <stdexcept>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace ostrel;
+
+namespace {
+
+constexpr Rect HEADER = {0, 0, 320, 44};
+constexpr Rect BOXES = {64, 24, 228, 72}; // and what Del may touch
+
+// One panel and one touch stream for the whole process: the display library opens its pen only once.
+class PageDesk {
+  public:
+    PageDesk() {
+        char folder[] = "/tmp/ostrel-pen-XXXXXX";
+        if (mkdtemp(folder) == nullptr)
+            throw std::runtime_error("no folder for the pen");
+        const std::string path = std::string(folder) + "/pen";
+        if (mkfifo(path.c_str(), 0600) != 0)
+            throw std::runtime_error("no touch stream");
+        setenv("OSTREL_TOUCH", path.c_str(), 1);
+        stream = open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
+        readX(); // the library opens it
+        unlink(path.c_str());
+        rmdir(folder);
+        loadHeaderImages();
+    }
+
+    void send(int down, int x, int y) const {
+        const TouchEvent events[] = {{EV_ABS, ABS_X, x}, {EV_ABS, ABS_Y, y}, {EV_KEY, BTN_TOUCH, down}, {EV_SYN, 0, 0}};
+        for (const TouchEvent& event : events) {
+            input_event record{};
+            record.type = event.type;
+            record.code = event.code;
+            record.value = event.value;
+            if (write(stream, &record, sizeof record) != sizeof record)
+                throw std::runtime_error("the touch stream is full");
+        }
+    }
+
+    PanelFile panel;
+    Rect looksAt; // while the pen is down
+    Picture whileDown;
+
+  private:
+    // As the first titled page does, from where the build has them.
+    static void loadHeaderImages() {
+        const auto load = [](const char* name) {
+            return baseImages.loadPNG((std::string(OSTREL_STAGED) + "/" + name + ".png").c_str());
+        };
+        notLoaded = 0;
+        for (const char* name :
+             {"back_grayed_35", "home_35", "home_grayed_35", "homepressed_35", "language_35", "languagepressed_35"})
+            load(name);
+        backImagePng = load("back_35");
+        backImagePressedPng = load("backimagePressed_35");
+        exitImagePng = load("cross_35");
+        exitImagePressedPng = load("exitimagePressed_35");
+    }
+
+    int stream = -1;
+};
+
+PageDesk& desk() {
+    static auto* const instance = new PageDesk;
+    return *instance;
+}
+
+struct PenIsWaitedFor {};
+
+int lookWhileDown(int, int) {
+    desk().whileDown = desk().panel.picture(desk().looksAt);
+    throw PenIsWaitedFor{};
+}
+
+// A page that is never destroyed: it would draw once more.
+Screen& page(const wchar_t* title) {
+    auto* const made = new Screen(title);
+    made->onBack = [] {};
+    return *made;
+}
+
+class PageLooks : public ::testing::Test {
+  protected:
+    PageLooks() {
+        desk();
+        lcd_clear(0);
+    }
+
+    static Picture shown(const Rect& area) { return desk().panel.picture(area); }
+
+    // What `area` shows while the pen is on a header button. The touch ends before the button acts.
+    static Picture held(Screen& page, int x, int y, const Rect& area) {
+        desk().looksAt = area;
+        touchCalls.wait = lookWhileDown;
+        desk().send(1, x, y);
+        readX();
+        EXPECT_THROW(page.getTouch(x, y), PenIsWaitedFor);
+        desk().send(0, x, y);
+        EXPECT_EQ(readX(), -1);
+        return desk().whileDown;
+    }
+};
+
+// Touches the pad with a pen that has left it again by the time it looks.
+void type(std::initializer_list<TouchArea> keys) {
+    for (const TouchArea& key : keys)
+        get_screenLock_touch((key.left + key.right) / 2, (key.top + key.bottom) / 2);
+}
+
+} // namespace
+
+TEST_F(PageLooks, OfAnOrdinaryPageHaveBackExitAndTitle) {
+    page(L"Settings").draw();
+    EXPECT_TRUE(matchesTextGolden(shown(HEADER), "header-back-exit"));
+}
+
+TEST_F(PageLooks, OfTheHomePageHaveHomeAndLanguage) {
+    Screen& home = page(L"Ασύρματο δίκτυο");
+    home.showExit = 0;
+    home.showHome = 1;
+    home.showLanguage = 1;
+    home.draw();
+    EXPECT_TRUE(matchesTextGolden(shown(HEADER), "header-home-language"));
+}
+
+TEST_F(PageLooks, OfButtonsWithoutEffectAreGray) {
+    Screen& first = page(L"Бездротова мережа");
+    first.showBack = 0;
+    first.showExit = 0;
+    first.showHomeGrayed = 1;
+    first.showLanguage = 1;
+    first.draw();
+    EXPECT_TRUE(matchesTextGolden(shown(HEADER), "header-grayed"));
+}
+
+TEST_F(PageLooks, OfLongTitlesKeepClearOfTheLanguageButton) {
+    Screen& longest = page(L"Wireless network settings and much more");
+    longest.showLanguage = 1;
+    longest.draw();
+    EXPECT_TRUE(matchesTextGolden(shown(HEADER), "header-long-title"));
+    for (const wchar_t* title : {L"WWWWWWWWWWWW", L"WWWWWWWWWWWWW", L"mmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmmm"}) {
+        page(title).draw();
+        EXPECT_TRUE(shown({280, 0, 320, 44}) == blankPicture(40, 44, 0)) << title;
+    }
+}
+
+TEST_F(PageLooks, OfAChangedTitleShowNothingOfTheOldOne) {
+    Screen& changing = page(L"Screen & lock"); // nearly as wide as thirteen x
+    changing.draw();
+    changing.setTitle(L"Wi-Fi");
+    const Picture changed = shown(HEADER);
+    page(L"Wi-Fi").draw();
+    EXPECT_TRUE(matchesPicture(changed, shown(HEADER), "header-changed-title"));
+}
+
+TEST_F(PageLooks, OfPressedButtonsLightUp) {
+    Screen& one = page(L"");
+    one.showLanguage = 1;
+    one.draw();
+    EXPECT_TRUE(matchesGolden(held(one, 28, 23, {6, 1, 50, 45}), "header-pressed-back"));
+    one.draw();
+    EXPECT_TRUE(matchesGolden(held(one, 68, 23, {46, 1, 90, 45}), "header-pressed-exit"));
+    one.draw();
+    EXPECT_TRUE(matchesGolden(held(one, 301, 23, {276, 1, 320, 45}), "header-pressed-language"));
+    one.showExit = 0;
+    one.showHome = 1;
+    one.draw();
+    EXPECT_TRUE(matchesGolden(held(one, 68, 23, {46, 1, 90, 45}), "header-pressed-home"));
+}
+
+TEST_F(PageLooks, OfThePinPadShowEachDigitInItsBox) {
+    draw_screenLock();
+    EXPECT_TRUE(matchesTextGolden(shown({0, 0, 320, 240}), "pin-pad"));
+    type({tA_screenLockKeyboard_button1});
+    EXPECT_TRUE(matchesTextGolden(shown(BOXES), "pin-pad-1-digit"));
+    type({tA_screenLockKeyboard_button0});
+    EXPECT_TRUE(matchesTextGolden(shown(BOXES), "pin-pad-2-digits"));
+    type({tA_screenLockKeyboard_button8});
+    EXPECT_TRUE(matchesTextGolden(shown(BOXES), "pin-pad-3-digits"));
+    type({tA_screenLockKeyboard_button4});
+    EXPECT_TRUE(matchesTextGolden(shown(BOXES), "pin-pad-4-digits"));
+}
+
+// Every digit in every box: none may leave a pixel, and none may take one of a box's lines along.
+TEST_F(PageLooks, OfThePinPadAfterDelAreThoseBeforeTheDigit) {
+    draw_screenLock();
+    const TouchArea* const digits[] = {&tA_screenLockKeyboard_button0, &tA_screenLockKeyboard_button1,
+                                       &tA_screenLockKeyboard_button2, &tA_screenLockKeyboard_button3,
+                                       &tA_screenLockKeyboard_button4, &tA_screenLockKeyboard_button5,
+                                       &tA_screenLockKeyboard_button6, &tA_screenLockKeyboard_button7,
+                                       &tA_screenLockKeyboard_button8, &tA_screenLockKeyboard_button9};
+    for (int box = 0; box < 4; ++box) {
+        const Picture before = shown({0, 0, 320, 240});
+        const Picture boxesBefore = shown(BOXES);
+        for (const TouchArea* digit : digits) {
+            type({*digit});
+            EXPECT_TRUE(shown(BOXES) != boxesBefore) << box;
+            type({tA_screenLockKeyboard_buttonDel});
+            EXPECT_TRUE(matchesPicture(shown({0, 0, 320, 240}), before, "pin-pad-after-del")) << box;
+        }
+        type({tA_screenLockKeyboard_button8});
+    }
+}
+
+TEST_F(PageLooks, OfThePinPadWithNothingTypedStayAfterDel) {
+    draw_screenLock();
+    const Picture before = shown({0, 0, 320, 240});
+    type({tA_screenLockKeyboard_buttonDel});
+    EXPECT_TRUE(matchesPicture(shown({0, 0, 320, 240}), before, "pin-pad-after-vain-del"));
+}
