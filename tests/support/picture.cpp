@@ -13,6 +13,14 @@ Picture cut(const ostrel::Canvas& canvas, const ostrel::Rect& area) {
     return part;
 }
 
+Picture cut(const Picture& picture, const ostrel::Rect& area) {
+    Picture part{area.right - area.left, area.bottom - area.top, {}};
+    for (int y = area.top; y < area.bottom; ++y)
+        for (int x = area.left; x < area.right; ++x)
+            part.pixels.push_back(picture.at(x, y));
+    return part;
+}
+
 std::string shapeOf(const Picture& picture, uint16_t colour) {
     std::string rows;
     for (int y = 0; y < picture.height; ++y) {

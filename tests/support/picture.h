@@ -29,8 +29,9 @@ inline bool operator!=(const Picture& a, const Picture& b) {
 
 Picture blankPicture(int width, int height, uint16_t colour);
 
-// A copy of the part of `canvas` inside `area`, which must lie on it.
+// A copy of the part of `canvas` or `picture` inside `area`, which must lie on it.
 Picture cut(const ostrel::Canvas& canvas, const ostrel::Rect& area);
+Picture cut(const Picture& picture, const ostrel::Rect& area);
 
 // The pixels that have `colour` as '#', the others as '.', one row a line: for tiny shapes typed into a test.
 std::string shapeOf(const Picture& picture, uint16_t colour);
