@@ -78,6 +78,7 @@ void TouchStream::release() {
 
 void TouchStream::put(Events events) {
     putAtMs = nowMs();
+    wasUsed = true;
     page.glances = 0;
     page.waiting = 0;
     if (dropped || write(events))
@@ -120,10 +121,11 @@ bool TouchStream::isEmpty() const {
 bool TouchStream::isAwaited() {
     constexpr uint32_t LOOKS_IN_VAIN = 2;
     constexpr int64_t SETTLED_MS = 100;
+    constexpr int64_t STARTED_MS = 2000;
     if (!isEmpty())
         return false;
     if (page.programs == 0)
-        return nowMs() - putAtMs >= SETTLED_MS;
+        return nowMs() - putAtMs >= (wasUsed ? SETTLED_MS : STARTED_MS);
     return page.waiting != 0 || page.glances >= LOOKS_IN_VAIN;
 }
 

@@ -38,7 +38,8 @@ class TouchStream {
 
     // True when the program has read everything and asks for more: it blocks for it, or has looked twice in vain (once
     // is how a reader notices the end of what it is about to act upon). Without a program that reports its questions:
-    // when the stream has been empty for a tenth of a second.
+    // when the stream has been empty for a tenth of a second, at first for two seconds: programs that do report may
+    // take that long to start on a busy machine.
     bool isAwaited();
 
   private:
@@ -55,6 +56,7 @@ class TouchStream {
     Descriptor pipe;
     bool dropped = false;
     int64_t putAtMs;
+    bool wasUsed = false;
 };
 
 // One record as a program of that architecture reads it; returns its size. `record` has room for 24 bytes.

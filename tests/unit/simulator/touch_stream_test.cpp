@@ -101,6 +101,13 @@ TEST_F(TouchStreamTest, IsAwaitedWhileAProgramWaitsForIt) {
     EXPECT_FALSE(stream.isAwaited()); // and the old question is answered
 }
 
+// Its first stroke would lie in the stream before the program opens it, and be dropped as an old one.
+TEST_F(TouchStreamTest, IsNotAwaitedBeforeASlowProgramHasStarted) {
+    TouchStream stream(fifo, Bits::Unknown, loop, page);
+    loop.runOnce(150);
+    EXPECT_FALSE(stream.isAwaited());
+}
+
 // One look in vain ends the reading of what the program is about to deal with; the next one is a question.
 TEST_F(TouchStreamTest, IsAwaitedAfterTwoLooksInVain) {
     TouchStream stream(fifo, Bits::Unknown, loop, page);
