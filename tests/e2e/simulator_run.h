@@ -33,14 +33,11 @@ class Desk {
 
     // `arguments` as for a shell. `before` is put in front of the command.
     Told run(const std::string& arguments, const std::string& before = "") const {
-        const std::string command = "cd '" + directory.path + "' && OSTREL_ASSETS='" + file("assets") + "' " + before +
-                                    " '" OSTREL_SIM "' --state '" + file("state") + "' " + arguments + " >'" +
-                                    file("output") + "' 2>'" + file("errors") + "'";
-        const int status = system(command.c_str()); // NOLINT(cert-env33-c,concurrency-mt-unsafe): a test of a command
-        return {
-            WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), contentOf(file("output")),
-            contentOf(file("errors"))};
+        return execute("", arguments, before);
     }
+
+    // ostrel-sim nvram: a look into the settings store.
+    Told nvram(const std::string& arguments) const { return execute("nvram", arguments, ""); }
 
     // The probe, touched as `script` says.
     Told play(const std::string& script, const std::string& probeArguments, const std::string& options = "") const {
@@ -49,6 +46,17 @@ class Desk {
     }
 
     TemporaryDirectory directory;
+
+  private:
+    Told execute(const std::string& verb, const std::string& arguments, const std::string& before) const {
+        const std::string command = "cd '" + directory.path + "' && OSTREL_ASSETS='" + file("assets") + "' " + before +
+                                    " '" OSTREL_SIM "' " + verb + " --state '" + file("state") + "' " + arguments +
+                                    " >'" + file("output") + "' 2>'" + file("errors") + "'";
+        const int status = system(command.c_str()); // NOLINT(cert-env33-c,concurrency-mt-unsafe): a test of a command
+        return {
+            WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), contentOf(file("output")),
+            contentOf(file("errors"))};
+    }
 };
 
 #endif
