@@ -3,6 +3,7 @@
 #include "bench/eight_buttons.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <unistd.h>
 
@@ -11,14 +12,15 @@ namespace {
 // Pages that no other process shares.
 int privateDirtyKiB() {
     FILE* const file = fopen("/proc/self/smaps_rollup", "r");
-    int amount = 0;
+    constexpr char FIELD[] = "Private_Dirty:";
+    long amount = 0;
     char line[128];
     while (file != nullptr && fgets(line, sizeof line, file) != nullptr)
-        if (sscanf(line, "Private_Dirty: %d kB", &amount) == 1)
-            break;
+        if (strncmp(line, FIELD, sizeof FIELD - 1) == 0)
+            amount = strtol(line + sizeof FIELD - 1, nullptr, 10);
     if (file != nullptr)
         fclose(file);
-    return amount;
+    return static_cast<int>(amount);
 }
 
 } // namespace
