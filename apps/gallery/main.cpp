@@ -1,12 +1,11 @@
-// Every kind of widget on plain Widgets, with a touch loop of its own. Reads from top to bottom as a first example.
+// Every kind of widget, message and entry on pages of their own. Reads from here to home.cpp as a first example.
 #include "pages.h"
 
 #include <ostrel.h>
 
 int main() {
-    libOstrelGuiInit();
     preparePages();
-    drawPage();
+    goHome();
     while (!panelClosed()) {
         int x = 0;
         int y = 0;

@@ -17,24 +17,24 @@ async function look(page, left, top, width, height) {
   return rows.join('\n');
 }
 
-// The page of choices has two switches, "Wi-Fi" on and "Guests" off, one 42 pixels below the other: a touch makes the
+// The page of choices has two switches, "Wi-Fi" on and "Guests" off, one 52 pixels below the other: a touch makes the
 // second look like the first, another one makes it what it was.
 test('a click toggles a switch, another one toggles it back', async (t) => {
   const simulated = await simulate(t, [process.env.OSTREL_GALLERY]);
   const page = await openPanel(t, browser.context, simulated);
-  const wifi = () => look(page, 256, 88, 54, 34);
-  const guests = () => look(page, 256, 130, 54, 34);
+  const wifi = () => look(page, 256, 53, 50, 34);
+  const guests = () => look(page, 256, 105, 50, 34);
 
   await until(async () => new Set((await look(page, 0, 0, 320, 240)).split(/[,\n]/)).size > 20, 'the first page is drawn');
-  await click(page, 120, 60);
+  await click(page, 160, 103);
   await until(async () => await wifi() !== await guests(), 'the page of choices is drawn');
   await settled(page); // a stroke begun while a program is busy for long is dropped
   const off = await guests();
 
-  await click(page, 240, 147);
+  await click(page, 240, 122);
   await until(async () => await guests() === await wifi(), 'the switch is on');
   await settled(page);
-  await click(page, 240, 147);
+  await click(page, 240, 122);
   await until(async () => await guests() === off, 'the switch is off again');
   assert.deepEqual(page.mistakes, []);
   if (process.env.PICTURES)
