@@ -17,12 +17,31 @@ bool isAsciiBlock(const unsigned char* in) {
 }
 
 // A lead byte of C2 to DF and a continuation byte of 80 to BF, by one comparison each.
-bool isTwoByteLetter(unsigned int lead, unsigned char next) {
-    return lead - 0xC2 < 0x1E && static_cast<signed char>(next) < -0x40;
+bool isTwoByteLetter(const unsigned char* in) {
+    return in[0] - 0xC2U < 0x1E && static_cast<signed char>(in[1]) < -0x40;
 }
 
-wchar_t twoByteLetter(unsigned int lead, unsigned char next) {
-    return static_cast<wchar_t>((lead & 0x1F) << 6 | (next & 0x3FU));
+// A block of four pairs of these bytes.
+uint64_t fourPairs(unsigned char lead, unsigned char next) {
+    const unsigned char bytes[BLOCK] = {lead, next, lead, next, lead, next, lead, next};
+    uint64_t block = 0;
+    std::memcpy(&block, bytes, BLOCK);
+    return block;
+}
+
+// Four letters of two bytes: the marking bits are right, and no lead byte has a payload below 2, as C0 and C1 have;
+// adding 7E carries all others into the top bit.
+bool isLetterBlock(const unsigned char* in) {
+    uint64_t block = 0;
+    std::memcpy(&block, in, BLOCK);
+    const uint64_t carried = (block & fourPairs(0x1F, 0)) + fourPairs(0x7E, 0);
+    return (block & fourPairs(0xE0, 0xC0)) == fourPairs(0xC0, 0x80) &&
+           (carried & fourPairs(0x80, 0)) == fourPairs(0x80, 0);
+}
+
+// Both payloads together: what is subtracted are the marking bits.
+wchar_t twoByteLetter(const unsigned char* in) {
+    return static_cast<wchar_t>((in[0] << 6) + in[1] - ((0xC0 << 6) + 0x80));
 }
 
 // Where the next byte is read and the next character written.
@@ -31,49 +50,25 @@ struct Places {
     wchar_t* out;
 };
 
-// Most texts are made of ASCII and of letters of two bytes. Decodes what there is of them, up to another character, the
-// last byte or the end of the output. By blocks first, so that the ends need not be looked at for each character: eight
-// bytes of ASCII at once, else the next four characters.
-Places decodeCommonText(const unsigned char* in, const unsigned char* end, wchar_t* out, const wchar_t* outEnd) {
-    while (end - in >= BLOCK && outEnd - out >= BLOCK) {
-        if (isAsciiBlock(in)) {
+// Most texts are runs of ASCII and runs of letters of two bytes. Decodes what there is of them, up to another character
+// or the last byte. There must be room for as many characters as there are bytes, so that only the input's end counts.
+Places decodeCommonText(const unsigned char* in, const unsigned char* end, wchar_t* out) {
+    for (;;) {
+        for (; end - in >= BLOCK && isAsciiBlock(in); in += BLOCK, out += BLOCK)
             for (ptrdiff_t i = 0; i < BLOCK; ++i)
                 out[i] = in[i];
-            in += BLOCK;
-            out += BLOCK;
-            continue;
-        }
-        ptrdiff_t n = 0;
-#pragma GCC unroll 4
-        for (; n < BLOCK / 2; ++n) {
-            const unsigned int lead = in[0];
-            if (lead < 0x80) {
-                out[n] = static_cast<wchar_t>(lead);
-                in += 1;
-            } else if (isTwoByteLetter(lead, in[1])) {
-                out[n] = twoByteLetter(lead, in[1]);
-                in += 2;
-            } else {
-                break;
-            }
-        }
-        out += n;
-        if (n < BLOCK / 2)
+        while (in < end && *in < 0x80)
+            *out++ = *in++;
+        if (end - in < 2 || !isTwoByteLetter(in))
             return {in, out};
+        *out++ = twoByteLetter(in);
+        in += 2;
+        for (; end - in >= BLOCK && isLetterBlock(in); in += BLOCK, out += BLOCK / 2)
+            for (ptrdiff_t i = 0; i < BLOCK / 2; ++i)
+                out[i] = twoByteLetter(in + 2 * i);
+        for (; end - in >= 2 && isTwoByteLetter(in); in += 2)
+            *out++ = twoByteLetter(in);
     }
-    for (; end - in >= 2 && out < outEnd; ++out) {
-        const unsigned int lead = in[0];
-        if (lead < 0x80) {
-            *out = static_cast<wchar_t>(lead);
-            in += 1;
-        } else if (isTwoByteLetter(lead, in[1])) {
-            *out = twoByteLetter(lead, in[1]);
-            in += 2;
-        } else {
-            break;
-        }
-    }
-    return {in, out};
 }
 
 // The sequence at `in`; length 0: none that is accepted.
@@ -125,7 +120,7 @@ size_t utf8_to_wchar(const char* in, size_t insize, wchar_t* out, size_t outsize
     Places at = {begin, out};
     const wchar_t* const outEnd = out + outsize;
     for (;;) {
-        at = decodeCommonText(at.in, end, at.out, outEnd);
+        at = decodeCommonText(at.in, at.in + std::min(end - at.in, outEnd - at.out), at.out);
         if (at.in == end)
             return static_cast<size_t>(at.out - out);
         const ostrel::Utf8Sequence sequence = nextSequence(at.in, end, dropInvalid);
