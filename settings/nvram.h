@@ -31,18 +31,22 @@ OSTREL_API int nvram_set(int index, char* name, char* value);
 // The same as nvram_set, index rule included.
 OSTREL_API int nvram_setRtdev(int index, char* name, char* value);
 
-// The same for names and values that are constant.
+// The same for names and values that are constant, both of them or one.
 inline char* nvram_get(int index, const char* name) {
     return nvram_get(index, const_cast<char*>(name));
 }
 inline char* nvram_getRtdev(int index, const char* name) {
     return nvram_getRtdev(index, const_cast<char*>(name));
 }
-inline int nvram_set(int index, const char* name, const char* value) {
-    return nvram_set(index, const_cast<char*>(name), const_cast<char*>(value));
+template<typename Name, typename Value>
+int nvram_set(int index, Name name, Value value) {
+    const char* const texts[] = {name, value};
+    return nvram_set(index, const_cast<char*>(texts[0]), const_cast<char*>(texts[1]));
 }
-inline int nvram_setRtdev(int index, const char* name, const char* value) {
-    return nvram_setRtdev(index, const_cast<char*>(name), const_cast<char*>(value));
+template<typename Name, typename Value>
+int nvram_setRtdev(int index, Name name, Value value) {
+    const char* const texts[] = {name, value};
+    return nvram_setRtdev(index, const_cast<char*>(texts[0]), const_cast<char*>(texts[1]));
 }
 
 #endif

@@ -19,26 +19,35 @@ class OSTREL_API Persistence {
     // The directory's name is made of both texts, the second one first: "/apps/<second>-<first>", cut at 149 bytes. The
     // directory is created if it does not exist.
     Persistence(char* first, char* second);
-    Persistence(const char* first, const char* second)
-        : Persistence(const_cast<char*>(first), const_cast<char*>(second)) {}
     ~Persistence();
 
     // Copies the file at `source` into the directory as `name`, in place of an earlier one.
     void persist(char* source, char* name);
-    void persist(const char* source, const char* name) { persist(const_cast<char*>(source), const_cast<char*>(name)); }
 
     // Deletes `name` from the directory.
     void depersist(char* name);
-    void depersist(const char* name) { depersist(const_cast<char*>(name)); }
 
     // Copies `name` from the directory to `destination`, a path of the router.
     void copyFile(char* name, char* destination);
-    void copyFile(const char* name, const char* destination) {
-        copyFile(const_cast<char*>(name), const_cast<char*>(destination));
+
+    // The same for texts that are constant, both of them or one.
+    template<typename First, typename Second>
+    Persistence(First first, Second second) : Persistence(changeable(first), changeable(second)) {}
+    template<typename Source, typename Name>
+    void persist(Source source, Name name) {
+        persist(changeable(source), changeable(name));
+    }
+    void depersist(const char* name) { depersist(changeable(name)); }
+    template<typename Name, typename Destination>
+    void copyFile(Name name, Destination destination) {
+        copyFile(changeable(name), changeable(destination));
     }
 
     // The directory, relative to where the partition is mounted.
     char path[PERSISTENCE_PATH_LENGTH];
+
+  private:
+    static char* changeable(const char* text) { return const_cast<char*>(text); }
 };
 
 #endif
