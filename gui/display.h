@@ -82,7 +82,8 @@ OSTREL_API void drawRoundedRectangle(int x1, int y1, int x2, int y2, int a, int 
 // Draws `text` with the top of its line box, `size` pixels high, at y. c = 0: starts at x, and `width` is ignored.
 // c nonzero: centred in the `width` pixels from x, 3 pixels kept free at both ends; made smaller where it does not
 // fit, down to 14 pixels (or `size`, if that is less), then cut with an ellipsis. `a` and `b` change nothing.
-// Only the glyphs are painted, blended over what is there.
+// Only the glyphs are painted, blended over what is there. Here and below, sizes count in whole pixels from 6 to 96;
+// one that is no number counts as 20.
 OSTREL_API void drawText(wchar_t* text, int x, int y, int width, int a, int b, float size, int colour, int c);
 
 // Draws `text` in the big white title font with the top of its line box at y. A page's title, at (90, 10), keeps clear
@@ -128,7 +129,8 @@ OSTREL_API int readY();
 // Blocks until the current stroke has ended; returns at once when the pen is up, and when the device goes away.
 OSTREL_API void waitForPenUp();
 
-// 1: touches are not delivered; 0: they are. A stroke that begins while disabled stays invisible to its end.
+// 1: touches are not delivered; 0: they are. A stroke that begins while disabled stays invisible to its end; one that
+// had begun before and was not told yet is told once touch is enabled again.
 OSTREL_API void disableTouch(int disabled);
 
 // Panel and backlight. Drawing while the panel is off is kept, and shown by turnOn.
