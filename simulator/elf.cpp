@@ -1,9 +1,10 @@
 #include "simulator/elf.h"
 
+#include <algorithm>
 #include <cstring>
 #include <elf.h>
 #include <fstream>
-#include <vector>
+#include <iterator>
 
 namespace ostrel {
 namespace {
@@ -36,6 +37,27 @@ std::string interpreterOf(const std::vector<unsigned char>& bytes) {
     return text.substr(begin, text.find_first_of(" \t\n", begin) - begin);
 }
 
+// "qemu-arm", "qemu-arm-static": its arguments name the program that it runs. The machines' emulators are not meant.
+bool isEmulator(const std::string& path) {
+    const std::string name = path.substr(path.rfind('/') + 1);
+    return name.rfind("qemu-", 0) == 0 && name.rfind("qemu-system-", 0) != 0;
+}
+
+// The first argument that is neither an option nor an option's value; empty when there is none.
+std::string emulatedProgram(const std::vector<std::string>& words) {
+    constexpr const char* LONE_OPTIONS[] = {"-h", "-help", "-version", "-strace", "-singlestep", "-one-insn-per-tb"};
+    for (size_t i = 1; i < words.size(); ++i) {
+        const std::string option = words[i].compare(0, 2, "--") == 0 ? words[i].substr(1) : words[i];
+        if (option.empty() || option[0] != '-')
+            return words[i];
+        const bool isLone =
+            std::find(std::begin(LONE_OPTIONS), std::end(LONE_OPTIONS), option) != std::end(LONE_OPTIONS);
+        if (!isLone)
+            ++i;
+    }
+    return "";
+}
+
 } // namespace
 
 ElfKind elfKind(const unsigned char* bytes, size_t size) {
@@ -60,6 +82,11 @@ ElfKind programKind(const std::string& path) {
     if (!interpreter.empty())
         bytes = firstBytes(interpreter);
     return elfKind(bytes.data(), bytes.size());
+}
+
+ElfKind commandKind(const std::vector<std::string>& words) {
+    const std::string emulated = isEmulator(words.front()) ? emulatedProgram(words) : "";
+    return programKind(emulated.empty() ? words.front() : emulated);
 }
 
 std::string machineName(uint16_t machine) {

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace ostrel {
 
@@ -20,6 +21,10 @@ ElfKind elfKind(const unsigned char* bytes, size_t size);
 
 // Of the file at `path`; of its interpreter where it is a script. Unknown when nothing can be read.
 ElfKind programKind(const std::string& path);
+
+// Of the program that a command line of at least one word runs: of the emulated one where the first word is a user-mode
+// emulator such as qemu-arm.
+ElfKind commandKind(const std::vector<std::string>& words);
 
 // "ARM", "x86-64", ... or "another machine".
 std::string machineName(uint16_t machine);

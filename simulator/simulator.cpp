@@ -45,7 +45,7 @@ class Simulator {
     Simulator(const Options& options, const std::string& path)
         : options(options), path(path), directory(stateDirectoryFor(options, path), options.fresh),
           panel(directory.file(state::FRAMEBUFFER), directory.page()),
-          stream(directory.file(state::TOUCH), programKind(path).bits, loop, directory.page()),
+          stream(directory.file(state::TOUCH), commandKind(commandLine()).bits, loop, directory.page()),
           player(playerFor(options, loop, stream, panel, directory.path())), program(loop) {}
 
     int run() {
@@ -65,6 +65,12 @@ class Simulator {
     }
 
   private:
+    std::vector<std::string> commandLine() const {
+        std::vector<std::string> words = options.program;
+        words.front() = path;
+        return words;
+    }
+
     // The program may be started anew in one run; the settings it has not committed are lost only with the power.
     void switchOnStore() {
         std::vector<std::string> messages;
@@ -76,8 +82,6 @@ class Simulator {
     }
 
     void startProgram() {
-        std::vector<std::string> words = options.program;
-        words.front() = path;
         setenv(variable::STATE, directory.path().c_str(), 1);
         setenv(variable::SPEED, std::to_string(options.speed).c_str(), 1);
         std::error_code error;
@@ -89,7 +93,7 @@ class Simulator {
         view.support = supportDirectory();
         view.asRoot = geteuid() == 0;
         logLine(directory.path().c_str(), "starts %s", path.c_str());
-        program.start(sandboxArguments(view), words, [this](const Ending& ending) { endRun(ending); });
+        program.start(sandboxArguments(view), commandLine(), [this](const Ending& ending) { endRun(ending); });
     }
 
     void endRun(const Ending& ending) {

@@ -56,4 +56,29 @@ TEST(ProgramKind, OfAScriptIsItsInterpreters) {
     EXPECT_EQ(programKind(directory.file("missing")).bits, Bits::Unknown);
 }
 
+TEST(CommandKind, OfAnEmulatorIsTheEmulatedPrograms) {
+    const TemporaryDirectory directory;
+    const auto desk = header(ELFCLASS64, ELFDATA2LSB, EM_X86_64, 0);
+    const auto arm = header(ELFCLASS32, ELFDATA2LSB, EM_ARM, 0);
+    const std::string program = directory.file("program");
+    const std::string other = directory.file("other");
+    write(program, std::string(arm.begin(), arm.end()));
+    write(other, std::string(desk.begin(), desk.end()));
+    for (const char* name : {"qemu-arm", "qemu-arm-static"}) {
+        const std::string emulator = directory.file(name);
+        write(emulator, std::string(desk.begin(), desk.end()));
+        const auto bitsOf = [&](std::vector<std::string> words) {
+            words.insert(words.begin(), emulator);
+            return commandKind(words).bits;
+        };
+        EXPECT_EQ(bitsOf({program}), Bits::ThirtyTwo);
+        EXPECT_EQ(bitsOf({"-L", other, program, other}), Bits::ThirtyTwo);
+        EXPECT_EQ(bitsOf({"-strace", "-E", "A=b", "--cpu", "max", program, "-L", other}), Bits::ThirtyTwo);
+        EXPECT_EQ(bitsOf({other, program}), Bits::SixtyFour);
+        EXPECT_EQ(bitsOf({}), Bits::SixtyFour) << "it tells how it is used, and asks for no pen";
+        EXPECT_EQ(bitsOf({"-L"}), Bits::SixtyFour);
+    }
+    EXPECT_EQ(commandKind({other, program}).bits, Bits::SixtyFour) << "arguments of other programs are theirs";
+}
+
 } // namespace
