@@ -11,6 +11,7 @@
 #include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace ostrel {
 namespace {
@@ -34,6 +35,18 @@ void makeFile(const std::string& path, off_t size) {
     const int reason = size > 0 ? posix_fallocate(file.get(), 0, size) : 0;
     if (reason != 0)
         throw systemFailure("cannot write " + path, reason);
+}
+
+// Who only looks whether a simulator runs there holds the lock for an instant, which is waited for.
+bool isLockedSoon(int lock) {
+    constexpr int TRIES = 20;
+    constexpr useconds_t PAUSE_US = 10000;
+    for (int tries = 1; flock(lock, LOCK_EX | LOCK_NB) != 0; ++tries) {
+        if (tries == TRIES)
+            return false;
+        usleep(PAUSE_US);
+    }
+    return true;
 }
 
 } // namespace
@@ -65,7 +78,7 @@ void StateDirectory::lock() {
     lockFile = Descriptor(open(file(state::LOCK).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
     if (!lockFile.isOpen())
         throw systemFailure("cannot write in the state directory " + directory);
-    if (flock(lockFile.get(), LOCK_EX | LOCK_NB) != 0)
+    if (!isLockedSoon(lockFile.get()))
         throw Failure("another simulator uses " + directory + "; end it, or choose another directory with --state");
 }
 

@@ -2,13 +2,32 @@
 #include "simulator/state_directory.h"
 #include "tests/unit/simulator/temporary_directory.h"
 
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 #include <optional>
+#include <sys/file.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 using namespace ostrel;
 namespace fs = std::filesystem;
+
+namespace {
+
+std::function<void()> afterLocking; // runs when a lock was tried, whether it was had or not
+
+} // namespace
+
+// In place of the C library's.
+extern "C" int flock(int fd, int operation) noexcept {
+    const long result = syscall(SYS_flock, fd, operation);
+    if (afterLocking)
+        afterLocking();
+    return static_cast<int>(result);
+}
 
 namespace {
 
@@ -61,6 +80,20 @@ TEST(StateDirectoryTest, BelongsToOneSimulatorAtATime) {
     }
     first.reset();
     EXPECT_NO_THROW(StateDirectory(directory.path, false));
+}
+
+TEST(StateDirectoryTest, WaitsForWhoOnlyLooksWhetherASimulatorRuns) {
+    const TemporaryDirectory directory;
+    const int looker = open(directory.file("lock").c_str(), O_RDONLY | O_CREAT, 0600);
+    ASSERT_EQ(flock(looker, LOCK_SH | LOCK_NB), 0);
+    int tries = 0;
+    afterLocking = [&] {
+        if (++tries == 3)
+            close(looker);
+    };
+    EXPECT_NO_THROW(StateDirectory(directory.path, false));
+    afterLocking = nullptr;
+    EXPECT_EQ(tries, 4);
 }
 
 TEST(StateDirectoryTest, SaysWhereItCannotBeMade) {
