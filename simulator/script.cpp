@@ -145,6 +145,8 @@ class Parser {
             if (argument != Argument::None && words.fail())
                 refuse(std::string(verb.name) + " needs more, as in '" + verb.example + "'");
         }
+        if (verb.action == Action::ExpectSetting)
+            command.source = verb.name + (" " + std::to_string(command.numbers[0])) + " " + command.name;
         if (verb.arguments[0] == Argument::File && command.text.empty())
             refuse(std::string(verb.name) + " needs a file, as in '" + verb.example + "'");
         if (words >> word)

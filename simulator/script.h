@@ -15,7 +15,7 @@ struct Command {
     int numbers[2] = {}; // x and y, or milliseconds, a settings section, an exit status
     std::string name;    // a setting's
     std::string text;    // a file's name, or a setting's value
-    std::string source;  // the command as it was written
+    std::string source;  // the command as it was written; a setting's value is left out, it may be a secret
 };
 
 struct Script {

@@ -112,6 +112,13 @@ TEST_F(ScriptPlayerTest, FailsWhenTheProgramEndsTooEarly) {
     EXPECT_EQ(end, "playing"); // told by programEnded, not twice
 }
 
+TEST_F(ScriptPlayerTest, DoesNotSayWhichSecretItWaitedForWhenTheProgramEnds) {
+    play("expect-setting 1 PIN 4711 0815\nquit");
+    EXPECT_EQ(
+        player->programEnded({0, "gallery exited with status 0"}),
+        "t:1: gallery exited with status 0 before 'expect-setting 1 PIN' was done");
+}
+
 TEST_F(ScriptPlayerTest, DoesNotMindAProgramThatEndsAfterTheLastTouch) {
     play("tap 1 1");
     ask();
