@@ -1,5 +1,6 @@
 #include "simulator/nvram_cli.h"
 
+#include "simulator/failure.h"
 #include "simulator/nvram_commands.h"
 #include "simulator/state_directory.h"
 
@@ -106,6 +107,8 @@ void runNvram(const Words& words, const std::string& factory, std::ostream& out)
         request.directory = onlyDirectory();
     prepareStore(command, request);
     command.run(request, out);
+    if (!out.flush())
+        throw Failure("the output cannot be written", SETTINGS_FAILED);
 }
 
 } // namespace ostrel

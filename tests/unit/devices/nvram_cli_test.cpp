@@ -4,6 +4,7 @@
 #include "tests/unit/devices/store_fixture.h"
 
 #include <fcntl.h>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
 #include <sys/file.h>
@@ -122,6 +123,18 @@ TEST_F(NvramCommandLine, AWrongCommandLineIsSaidWithAWayOut) {
     EXPECT_EQ(nvram({"list", "--program", "a"}), "2: --state and --program exclude each other" + see);
     EXPECT_EQ(nvram({"set", "--", "main", "Sign", "--"}), "");
     EXPECT_EQ(nvram({"get", "main", "Sign"}), "--\n");
+}
+
+TEST_F(NvramCommandLine, OutputThatCannotBeWrittenIsAFailure) {
+    nvram({"factory-reset"});
+    std::ofstream full("/dev/full");
+    try {
+        runNvram({"--state", state, "list"}, directory.file("factory-settings"), full);
+        FAIL();
+    } catch (const Failure& failure) {
+        EXPECT_EQ(failure.status, 1);
+        EXPECT_STREQ(failure.what(), "the output cannot be written");
+    }
 }
 
 } // namespace
