@@ -26,8 +26,11 @@ test('a click toggles a switch, another one toggles it back', async (t) => {
   const guests = () => look(page, 256, 105, 50, 34);
 
   await until(async () => new Set((await look(page, 0, 0, 320, 240)).split(/[,\n]/)).size > 20, 'the first page is drawn');
+  await settled(page);
+  const title = () => look(page, 90, 8, 190, 34);
+  const gallery = await title();
   await click(page, 160, 103);
-  await until(async () => await wifi() !== await guests(), 'the page of choices is drawn');
+  await until(async () => await title() !== gallery, 'the page of choices is drawn');
   await settled(page); // a stroke begun while a program is busy for long is dropped
   const off = await guests();
 

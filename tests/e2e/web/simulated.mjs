@@ -89,7 +89,7 @@ export async function pixel(page, x, y) {
 }
 
 // Waits until `isSo()` is true.
-export async function until(isSo, what, timeoutMs = 10000) {
+export async function until(isSo, what, timeoutMs = 60000) {
   const end = Date.now() + timeoutMs;
   while (!await isSo()) {
     if (Date.now() > end)
