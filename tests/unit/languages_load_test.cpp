@@ -15,8 +15,7 @@ void prepareDevice() {
 __attribute__((section(".preinit_array"), used)) void (*const beforeLoading)() = prepareDevice;
 
 TEST(LoadingTheLibrary, ReadsTheLanguageOnce) {
-    EXPECT_EQ(
-        callLog().take(), R"(open("/dev/apsoc_nvram", O_RDONLY) = 700
+    EXPECT_EQ(callLog().take(), R"(open("/dev/apsoc_nvram", O_RDONLY) = 700
 ioctl(700, 0x1001, index 1, "Language")
 close(700)
 )");
