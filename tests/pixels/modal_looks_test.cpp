@@ -10,6 +10,7 @@ namespace {
 
 constexpr Rect WHOLE = {0, 0, 320, 240};
 constexpr Rect BOX = {56, 56, 264, 164}; // and a little of what is around it
+constexpr Rect FULL_CONTENT = {56, 20, 264, 192};
 
 // The language with the widest line, see below.
 constexpr const char* LONGEST = "greek";
@@ -23,10 +24,13 @@ class ModalLooks : public KeyboardPanel {
         lcd_clear(0x0310);
     }
 
-    // Lines 1 to 3 from the language file: KEY1 to KEY3.
-    void say(const std::string& key) {
+    // Lines 1 to 3 from the language file: KEY1 to KEY3, with a limit (if any) behind the second.
+    void say(const std::string& key, int limit = 0) {
         modal.setLine1(lang.get((key + "1").c_str(), "modal"));
-        modal.setLine2(lang.get((key + "2").c_str(), "modal"));
+        std::wstring second = lang.get((key + "2").c_str(), "modal");
+        if (limit > 0)
+            second += L" " + std::to_wstring(limit);
+        modal.setLine2(second.c_str());
         modal.setLine3(lang.get((key + "3").c_str(), "modal"));
     }
 
@@ -65,10 +69,6 @@ TEST_F(ModalLooks, OfInformationAreABoxWithAnIconAndThreeLines) {
     say("valid_ip_l");
     modal.draw(1, 0);
     EXPECT_TRUE(matchesTextGolden(shown(BOX), "modal-information"));
-    speak(LONGEST);
-    say("valid_ip_l");
-    modal.draw(1, 0);
-    EXPECT_TRUE(matchesTextGolden(shown(BOX), "modal-information-longest"));
 }
 
 TEST_F(ModalLooks, OfCriticalNoticesHaveAnIconOfTheirOwn) {
@@ -117,10 +117,58 @@ TEST_F(ModalLooks, OfSavingShowTheSecondsThatHavePassed) {
     EXPECT_TRUE(matchesTextGolden(seconds[0], "modal-saving-first-second"));
     EXPECT_TRUE(matchesTextGolden(cut(seconds[11], {0, 70, 208, 108}), "modal-saving-half"));
     EXPECT_TRUE(matchesTextGolden(cut(seconds[22], {0, 70, 208, 108}), "modal-saving-last-second"));
+}
+
+TEST_F(ModalLooks, OfEveryTypeHoldTheWidestLanguage) {
+    struct Case {
+        int type;
+        const char* message;
+        int limit; // behind the second line; 0: none
+        Rect area;
+        const char* name;
+    };
     speak(LONGEST);
-    say("savingl");
-    modal.drawTimed(2);
-    EXPECT_TRUE(matchesTextGolden(bar(23, BOX).at(11), "modal-saving-longest"));
+    for (const Case& box : {
+             Case{0, "savingl", 0, BOX, "modal-frame-longest"},
+             Case{1, "valid_ip_l", 0, BOX, "modal-information-longest"},
+             Case{1, "less_than_6_l", 179, BOX, "modal-too-long-longest"},
+             Case{2, "more_than_2_l", 8, BOX, "modal-critical-longest"},
+             Case{3, "less_than_6_l", 179, FULL_CONTENT, "modal-full-information-longest"},
+             Case{4, "savingl", 0, FULL_CONTENT, "modal-full-critical-longest"},
+         }) {
+        lcd_clear(0x0310);
+        say(box.message, box.limit);
+        modal.setLine4(lang.get("valid_ip_l1", "modal"));
+        modal.setLine5(lang.get("valid_ip_l2", "modal"));
+        modal.draw(box.type, 0);
+        EXPECT_TRUE(matchesTextGolden(shown(box.area), box.name));
+    }
+}
+
+TEST_F(ModalLooks, OfEveryTimedTypeHoldTheWidestLanguageAboveTheBar) {
+    struct Case {
+        int type;
+        const char* message;
+        int limit;  // behind the second line; 0: none
+        int second; // of 23
+        Rect area;
+        const char* name;
+    };
+    speak(LONGEST);
+    for (const Case& box : {
+             Case{0, "savingl", 0, 7, BOX, "modal-timed-frame-longest"},
+             Case{1, "less_than_6_l", 179, 17, BOX, "modal-timed-information-longest"},
+             Case{2, "savingl", 0, 1, BOX, "modal-saving-first-second-longest"},
+             Case{2, "savingl", 0, 12, BOX, "modal-saving-longest"},
+             Case{2, "savingl", 0, 23, BOX, "modal-saving-last-second-longest"},
+             Case{3, "valid_ip_l", 0, 5, FULL_CONTENT, "modal-timed-full-information-longest"},
+             Case{4, "savingl", 0, 20, FULL_CONTENT, "modal-timed-full-critical-longest"},
+         }) {
+        lcd_clear(0x0310);
+        say(box.message, box.limit);
+        modal.drawTimed(box.type);
+        EXPECT_TRUE(matchesTextGolden(bar(23, box.area).at(static_cast<size_t>(box.second - 1)), box.name));
+    }
 }
 
 } // namespace
