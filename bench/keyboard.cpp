@@ -5,6 +5,7 @@
 #include "tests/support/fake_sleep.h"
 
 #include <benchmark/benchmark.h>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <unistd.h>
@@ -83,6 +84,33 @@ void keyPressedReleasedTypedAndDeleted(benchmark::State& state) {
     }
 }
 BENCHMARK(keyPressedReleasedTypedAndDeleted);
+
+// The two looks of a letter's key and its preview: what a touch takes beyond the character that it types, which is
+// typed alone beside every touch.
+void keyPressedAndReleasedLessTheTyping(benchmark::State& state) {
+    using Clock = std::chrono::steady_clock;
+    begin(KEYBOARD_LETTERS, "home");
+    for (auto _ : state) {
+        const Clock::time_point start = Clock::now();
+        touch(48, 130);
+        const Clock::time_point touched = Clock::now();
+        keyboard().deleteChar();
+        const Clock::time_point room = Clock::now();
+        keyboard().appendChar(L's');
+        const Clock::time_point typed = Clock::now();
+        keyboard().deleteChar();
+        state.SetIterationTime(std::chrono::duration<double>((touched - start) - (typed - room)).count());
+    }
+}
+BENCHMARK(keyPressedAndReleasedLessTheTyping)->UseManualTime();
+
+// The delete key on an empty text: two looks, and nothing to edit.
+void deleteKeyPressedAndReleased(benchmark::State& state) {
+    begin(KEYBOARD_LETTERS, "");
+    for (auto _ : state)
+        touch(230, 225);
+}
+BENCHMARK(deleteKeyPressedAndReleased);
 
 void characterAppendedAndDeleted(benchmark::State& state) {
     begin(KEYBOARD_LETTERS, "home");
