@@ -11,6 +11,7 @@
 #include <stdexcept>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 using namespace ostrel;
 
@@ -84,9 +85,10 @@ int lookWhileDown(int, int) {
     throw PenIsWaitedFor{};
 }
 
-// A page that is never destroyed: it would draw once more.
+// Kept and never destroyed: a page would draw once more.
 Screen& page(const wchar_t* title) {
-    auto* const made = new Screen(title);
+    static auto* const pages = new std::vector<Screen*>;
+    Screen* const made = pages->emplace_back(new Screen(title));
     made->onBack = [] {};
     return *made;
 }

@@ -13,6 +13,7 @@
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
+#include <vector>
 
 using namespace ostrel;
 
@@ -77,6 +78,12 @@ int wait(int, int timeoutMs) {
     return 1;
 }
 
+// Kept and never destroyed: a page would draw once more.
+Screen* newPage() {
+    static auto* const pages = new std::vector<Screen*>;
+    return pages->emplace_back(new Screen(L"Page"));
+}
+
 class PageTicks : public ::testing::Test {
   protected:
     PageTicks() {
@@ -84,7 +91,7 @@ class PageTicks : public ::testing::Test {
         replaceClock([] { return clockMs; });
         touchCalls.wait = wait;
         stream();
-        page = new Screen(L"Page"); // never destroyed: it would draw once more
+        page = newPage();
         page->onBack = [] { called = true; };
         setScreenLockHandler(tick); // in place of the page's own
         fakeSleep() = {};

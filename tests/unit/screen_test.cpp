@@ -21,8 +21,14 @@ class Page : public ::testing::Test {
         fakeSystem() = {};
         upper.callback = [] { note("upper()"); };
         lower.callback = [] { note("lower()"); };
+        for (Widget* const widget : {&upper, &lower}) {
+            widget->record.password = 0;
+            widget->record.touchable = 1;
+        }
+        upper.prev = nullptr;
         upper.next = &lower;
         lower.prev = &upper;
+        lower.next = nullptr;
         page.widgets = &upper;
         page.onBack = [] { note("onBack()"); };
         page.keyboard.returnHandler = [] { note("returnHandler()"); };

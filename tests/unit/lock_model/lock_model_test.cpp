@@ -36,6 +36,7 @@ class Router {
         Widget* const list[] = {&button, &toggle, &choice};
         for (int n = 0; n < 3; ++n) {
             list[n]->callback = [] { ++widgetCallbacks; };
+            list[n]->record.touchable = 1;
             list[n]->prev = n == 0 ? nullptr : list[n - 1];
             list[n]->next = n == 2 ? nullptr : list[n + 1];
         }
