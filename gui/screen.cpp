@@ -177,7 +177,7 @@ void Screen::draw() {
         {
             const PageSetting timeout("ScreenTimeout");
             lockScreen = 0;
-            ScreenTime = static_cast<int32_t>(atol(timeout.text()));
+            ScreenTime = static_cast<int32_t>(strtol(timeout.text(), nullptr, 10));
         }
         passUnset = 0;
         blCnt = 0;
