@@ -4,13 +4,10 @@
 #include "lock/inactivity.h"
 #include "lock/pin_pad.h"
 #include "tests/support/panel_file.h"
+#include "tests/support/panel_pen.h"
 #include "tests/support/staged_fonts.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <stdexcept>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <vector>
 
 using namespace ostrel;
@@ -20,57 +17,12 @@ namespace {
 constexpr Rect HEADER = {0, 0, 320, 44};
 constexpr Rect BOXES = {64, 24, 228, 72}; // and what Del may touch
 
-// One panel and one touch stream for the whole process: the display library opens its pen only once.
-class PageDesk {
-  public:
-    PageDesk() {
-        char folder[] = "/tmp/ostrel-pen-XXXXXX";
-        if (mkdtemp(folder) == nullptr)
-            throw std::runtime_error("no folder for the pen");
-        const std::string path = std::string(folder) + "/pen";
-        if (mkfifo(path.c_str(), 0600) != 0)
-            throw std::runtime_error("no touch stream");
-        setenv("OSTREL_TOUCH", path.c_str(), 1);
-        stream = open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
-        readX(); // the library opens it
-        unlink(path.c_str());
-        rmdir(folder);
-        loadHeaderImages();
-    }
-
-    void send(int down, int x, int y) const {
-        const TouchEvent events[] = {{EV_ABS, ABS_X, x}, {EV_ABS, ABS_Y, y}, {EV_KEY, BTN_TOUCH, down}, {EV_SYN, 0, 0}};
-        for (const TouchEvent& event : events) {
-            input_event record{};
-            record.type = event.type;
-            record.code = event.code;
-            record.value = event.value;
-            if (write(stream, &record, sizeof record) != sizeof record)
-                throw std::runtime_error("the touch stream is full");
-        }
-    }
-
+// One panel and one pen for the whole process.
+struct PageDesk {
     PanelFile panel;
+    PanelPen pen;
     Rect looksAt; // while the pen is down
     Picture whileDown;
-
-  private:
-    // As the first titled page does, from where the build has them.
-    static void loadHeaderImages() {
-        const auto load = [](const char* name) {
-            return baseImages.loadPNG((std::string(OSTREL_STAGED) + "/" + name + ".png").c_str());
-        };
-        notLoaded = 0;
-        for (const char* name :
-             {"back_grayed_35", "home_35", "home_grayed_35", "homepressed_35", "language_35", "languagepressed_35"})
-            load(name);
-        backImagePng = load("back_35");
-        backImagePressedPng = load("backimagePressed_35");
-        exitImagePng = load("cross_35");
-        exitImagePressedPng = load("exitimagePressed_35");
-    }
-
-    int stream = -1;
 };
 
 PageDesk& desk() {
@@ -106,10 +58,10 @@ class PageLooks : public ::testing::Test {
     static Picture held(Screen& page, int x, int y, const Rect& area) {
         desk().looksAt = area;
         touchCalls.wait = lookWhileDown;
-        desk().send(1, x, y);
+        desk().pen.send(1, x, y);
         readX();
         EXPECT_THROW(page.getTouch(x, y), PenIsWaitedFor);
-        desk().send(0, x, y);
+        desk().pen.send(0, x, y);
         EXPECT_EQ(readX(), -1);
         return desk().whileDown;
     }

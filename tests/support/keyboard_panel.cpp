@@ -4,13 +4,10 @@
 #include "display/touch_device.h"
 #include "lang/languages.h"
 #include "tests/support/fake_sleep.h"
+#include "tests/support/panel_pen.h"
 #include "util/bounded_copy.h"
 
-#include <cstdlib>
-#include <fcntl.h>
 #include <stdexcept>
-#include <sys/stat.h>
-#include <unistd.h>
 
 using namespace ostrel;
 
@@ -19,35 +16,9 @@ namespace {
 // For the next touch: thrown out of the keyboard's loop.
 struct KeyboardWaits {};
 
-// The touch stream, and what happens when the toolkit waits for the pen to lift.
+// The pen, and what happens when the toolkit waits for it to lift.
 struct Pen {
-    Pen() {
-        char folder[] = "/tmp/ostrel-pen-XXXXXX";
-        if (mkdtemp(folder) == nullptr)
-            throw std::runtime_error("no folder for the pen");
-        const std::string path = std::string(folder) + "/pen";
-        if (mkfifo(path.c_str(), 0600) != 0)
-            throw std::runtime_error("no touch stream");
-        setenv("OSTREL_TOUCH", path.c_str(), 1);
-        stream = open(path.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK);
-        readX(); // the library opens it
-        unlink(path.c_str());
-        rmdir(folder);
-    }
-
-    void send(int down, int x, int y) const {
-        const TouchEvent events[] = {{EV_ABS, ABS_X, x}, {EV_ABS, ABS_Y, y}, {EV_KEY, BTN_TOUCH, down}, {EV_SYN, 0, 0}};
-        for (const TouchEvent& event : events) {
-            input_event record{};
-            record.type = event.type;
-            record.code = event.code;
-            record.value = event.value;
-            if (write(stream, &record, sizeof record) != sizeof record)
-                throw std::runtime_error("the touch stream is full");
-        }
-    }
-
-    int stream = -1;
+    PanelPen stream;
     int x = 0;
     int y = 0;
     Picture whileDown;
@@ -64,7 +35,7 @@ PanelFile* panelOfAll = nullptr;
 int lift(int, int) {
     if (pen().looks)
         pen().whileDown = panelOfAll->picture();
-    pen().send(0, pen().x, pen().y);
+    pen().stream.send(0, pen().x, pen().y);
     return 1;
 }
 
@@ -113,7 +84,7 @@ Picture KeyboardPanel::shown(const Rect& area) const {
 void KeyboardPanel::tap(int x, int y) {
     pen().x = x;
     pen().y = y;
-    pen().send(1, x, y);
+    pen().stream.send(1, x, y);
     fakeSleep().duringSleep = [](uint64_t us) {
         if (us == 20000)
             throw KeyboardWaits{};
