@@ -1,6 +1,7 @@
 #include "simulator/nvram_cli.h"
 
 #include "simulator/failure.h"
+#include "simulator/nearest.h"
 #include "simulator/nvram_commands.h"
 #include "simulator/state_directory.h"
 
@@ -14,7 +15,7 @@ namespace fs = std::filesystem;
 using Words = std::vector<std::string>;
 
 std::string help() {
-    constexpr size_t COLUMN = 30;
+    constexpr size_t COLUMN = 27;
     std::string text = "Usage: ostrel-sim nvram [--state DIR | --program NAME] COMMAND\n"
                        "Looks into the settings of a simulated router. SECTION is main or rtdev.\n\n";
     for (const NvramCommand& row : NVRAM_COMMAND) {
@@ -26,8 +27,8 @@ std::string help() {
                   "  --program NAME  the router on which the program NAME runs by default\n"
                   "  --state DIR     the router whose state is kept in DIR\n"
                   "  --committed     leave out what was set and not committed yet (get, list)\n\n"
-                  "Without --program and --state it is the only router that there is. The exit status\n"
-                  "is 0, or 1 when it could not be done, or 2 when the command line is wrong.\n";
+                  "Without --program and --state it is the only router that there is. The exit\n"
+                  "status is 0; 1 when it could not be done; 2 when the command line is wrong.\n";
 }
 
 // The only router that was ever simulated with a default state directory.
@@ -53,7 +54,10 @@ const NvramCommand& findCommand(const std::string& name) {
     for (const NvramCommand& row : NVRAM_COMMAND)
         if (name == row.name)
             return row;
-    refuseNvram("there is no command '" + name + "'");
+    Words known;
+    for (const NvramCommand& row : NVRAM_COMMAND)
+        known.emplace_back(row.name);
+    refuseNvram("there is no command '" + name + "'" + didYouMean(name, known));
 }
 
 // Takes the options, wherever they stand before a "--", out of the words.
@@ -79,11 +83,17 @@ Words takeOptions(const Words& words, NvramRequest& request, bool& helpWanted) {
         else if (word == "--help")
             helpWanted = true;
         else if (word.compare(0, 2, "--") == 0)
-            refuseNvram("there is no option " + word);
+            refuseNvram(
+                "there is no option " + word + didYouMean(word, {"--state", "--program", "--committed", "--help"}));
         else
             rest.push_back(word);
     }
     return rest;
+}
+
+void finishOutput(std::ostream& out) {
+    if (!out.flush())
+        throw Failure("the output cannot be written", SETTINGS_FAILED);
 }
 
 } // namespace
@@ -95,7 +105,7 @@ void runNvram(const Words& words, const std::string& factory, std::ostream& out)
     Words rest = takeOptions(words, request, helpWanted);
     if (helpWanted) {
         out << help();
-        return;
+        return finishOutput(out);
     }
     if (rest.empty())
         refuseNvram("no command is given");
@@ -107,8 +117,7 @@ void runNvram(const Words& words, const std::string& factory, std::ostream& out)
         request.directory = onlyDirectory();
     prepareStore(command, request);
     command.run(request, out);
-    if (!out.flush())
-        throw Failure("the output cannot be written", SETTINGS_FAILED);
+    finishOutput(out);
 }
 
 } // namespace ostrel

@@ -1,7 +1,9 @@
 #include "simulator/options.h"
 
 #include "simulator/failure.h"
+#include "simulator/nearest.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <sstream>
@@ -12,6 +14,7 @@ namespace {
 enum class Value { None, Optional, Needed };
 
 struct Option {
+    const char* group; // --help shows it in front of the group's first option
     const char* name;
     Value value;
     const char* valueName;
@@ -52,37 +55,47 @@ void chooseFace(Options& options, Face face) {
     options.face = face;
 }
 
+// The help has room for 50 characters a row.
 // clang-format off
 constexpr Option OPTIONS[] = {
-    // name      value            value's name help
-    {"headless", Value::None,     "",        "show nothing",
-        [](Options& o, const std::string& /*value*/) { chooseFace(o, Face::Headless); }},
-    {"web",      Value::Optional, "PORT",    "show the panel in web browsers and VNC viewers (without a script: the default)",
+    // group   name        value            value's name help
+    {"Face",   "web",      Value::Optional, "PORT",      "web browsers and VNC viewers (the default)",
         [](Options& o, const std::string& value) { chooseFace(o, Face::Web); if (!value.empty()) o.port = port(value); }},
-    {"script",   Value::Needed,   "FILE",    "touch the panel as FILE says, without a face unless one is chosen",
+    {"Face",   "headless", Value::None,     "",          "none (the default with --script)",
+        [](Options& o, const std::string& /*value*/) { chooseFace(o, Face::Headless); }},
+    {"Script", "script",   Value::Needed,   "FILE",      "touch the panel as FILE says; - is standard input",
         [](Options& o, const std::string& value) { o.script = value; }},
-    {"patience", Value::Needed,   "SECONDS", "how long a script waits for the program to ask for the pen (30)",
+    {"Script", "patience", Value::Needed,   "SECONDS",   "how long a script waits for the program (30)",
         [](Options& o, const std::string& value) { o.patienceMs = static_cast<int>(1000 * number("--patience", value, 0.001, 86400)); }},
-    {"speed",    Value::Needed,   "N",       "let the program's sleeps and the script's waits take one N-th of their time",
+    {"Script", "speed",    Value::Needed,   "N",         "let sleeps and waits take one N-th of their time",
         [](Options& o, const std::string& value) { o.speed = number("--speed", value, 0.01, 1000); }},
-    {"state",    Value::Needed,   "DIR",     "keep settings and flash in DIR",
+    {"State",  "state",    Value::Needed,   "DIR",       "keep settings and flash in DIR",
         [](Options& o, const std::string& value) { o.state = value; }},
-    {"fresh",    Value::None,     "",        "begin with factory settings and an empty flash",
+    {"State",  "fresh",    Value::None,     "",          "begin with factory settings and an empty flash",
         [](Options& o, const std::string& /*value*/) { o.fresh = true; }},
-    {"verbose",  Value::None,     "",        "show the log: what the program asks its devices and commands to do",
+    {"Other",  "verbose",  Value::None,     "",          "show what the program asks of its devices",
         [](Options& o, const std::string& /*value*/) { o.verbose = true; }},
-    {"help",     Value::None,     "",        "show this help and exit",
+    {"Other",  "help",     Value::None,     "",          "show this help and exit",
         [](Options& o, const std::string& /*value*/) { o.help = true; }},
-    {"version",  Value::None,     "",        "show the version and exit",
+    {"Other",  "version",  Value::None,     "",          "show the version and exit",
         [](Options& o, const std::string& /*value*/) { o.version = true; }},
 };
 // clang-format on
 
-const Option& find(const std::string& name) {
+[[noreturn]] void refuseUnknown(const std::string& argument) {
+    std::vector<std::string> known;
     for (const Option& option : OPTIONS)
-        if (name == option.name)
+        known.push_back(std::string("--") + option.name);
+    refuse("there is no option " + argument + didYouMean(argument, known));
+}
+
+// Of "--name" or "--name=value".
+const Option& find(const std::string& argument) {
+    const std::string word = argument.substr(0, argument.find('='));
+    for (const Option& option : OPTIONS)
+        if (word == std::string("--") + option.name)
             return option;
-    refuse("there is no option --" + name);
+    refuseUnknown(word);
 }
 
 // Applies arguments[index], and returns the index behind what belongs to it.
@@ -90,7 +103,7 @@ size_t applyOption(Options& options, const std::vector<std::string>& arguments, 
     const std::string& argument = arguments[index];
     const size_t equals = argument.find('=');
     const bool hasValue = equals != std::string::npos;
-    const Option& option = find(argument.substr(2, hasValue ? equals - 2 : equals));
+    const Option& option = find(argument);
     std::string value = hasValue ? argument.substr(equals + 1) : "";
     size_t next = index + 1;
     if (hasValue && option.value == Value::None)
@@ -128,8 +141,6 @@ Options parseOptions(const std::vector<std::string>& arguments) {
             ++index;
             break;
         }
-        if (arguments[index].compare(0, 2, "--") != 0)
-            refuse("there is no option " + arguments[index]);
         index = applyOption(options, arguments, index);
     }
     options.program.assign(arguments.begin() + static_cast<std::ptrdiff_t>(index), arguments.end());
@@ -141,18 +152,22 @@ Options parseOptions(const std::vector<std::string>& arguments) {
 }
 
 std::string helpText() {
-    constexpr size_t COLUMN = 22;
+    constexpr size_t OPTION_COLUMN = 8;
+    constexpr size_t HELP_COLUMN = 30;
     std::string text = "Usage: ostrel-sim [options] PROGRAM [ARGUMENTS]\n"
-                       "       ostrel-sim nvram COMMAND [ARGUMENTS]\n"
+                       "       ostrel-sim nvram --help    about looking into the router's settings\n"
                        "Runs a program of the router, unmodified, on this machine and shows its panel.\n\n";
+    std::string group;
     for (const Option& option : OPTIONS) {
-        std::string line = "  " + usageOf(option);
-        line.resize(std::max(line.size() + 1, COLUMN), ' ');
+        std::string line = group == option.group ? "" : option.group;
+        group = option.group;
+        line.resize(OPTION_COLUMN, ' ');
+        line += usageOf(option);
+        line.resize(std::max(line.size() + 1, HELP_COLUMN), ' ');
         text += line + option.help + "\n";
     }
-    text += "\nThe exit status is the program's, 128 + N when signal N ended it, 1 when the script\n"
-            "failed, and 125 when the simulator itself could not run the program.\n";
-    return text;
+    return text + "\nExit status: the program's; 128 + N when signal N ended it; 1 when the script\n"
+                  "failed; 125 when the simulator could not run the program. More: man ostrel-sim\n";
 }
 
 } // namespace ostrel

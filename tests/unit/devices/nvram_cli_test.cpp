@@ -125,15 +125,33 @@ TEST_F(NvramCommandLine, AWrongCommandLineIsSaidWithAWayOut) {
     EXPECT_EQ(nvram({"get", "main", "Sign"}), "--\n");
 }
 
+TEST_F(NvramCommandLine, WhatIsMistypedIsToldTheNearest) {
+    EXPECT_EQ(nvram({"lst"}), std::string("2: there is no command 'lst' (did you mean list?)") + SEE);
+    EXPECT_EQ(
+        nvram({"list", "--comitted"}),
+        std::string("2: there is no option --comitted (did you mean --committed?)") + SEE);
+}
+
+TEST_F(NvramCommandLine, HelpFitsATerminal) {
+    std::istringstream help(nvram({"--help"}));
+    int lines = 0;
+    for (std::string line; std::getline(help, line); ++lines)
+        EXPECT_LE(line.size(), 80U) << line;
+    EXPECT_GT(lines, 10);
+    EXPECT_LE(lines, 23); // and the prompt
+}
+
 TEST_F(NvramCommandLine, OutputThatCannotBeWrittenIsAFailure) {
     nvram({"factory-reset"});
-    std::ofstream full("/dev/full");
-    try {
-        runNvram({"--state", state, "list"}, directory.file("factory-settings"), full);
-        FAIL();
-    } catch (const Failure& failure) {
-        EXPECT_EQ(failure.status, 1);
-        EXPECT_STREQ(failure.what(), "the output cannot be written");
+    for (const char* command : {"list", "--help"}) {
+        std::ofstream full("/dev/full");
+        try {
+            runNvram({"--state", state, command}, directory.file("factory-settings"), full);
+            ADD_FAILURE() << command;
+        } catch (const Failure& failure) {
+            EXPECT_EQ(failure.status, 1);
+            EXPECT_STREQ(failure.what(), "the output cannot be written");
+        }
     }
 }
 
