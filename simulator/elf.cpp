@@ -84,6 +84,10 @@ ElfKind programKind(const std::string& path) {
     return elfKind(bytes.data(), bytes.size());
 }
 
+std::string scriptInterpreter(const std::string& path) {
+    return interpreterOf(firstBytes(path));
+}
+
 ElfKind commandKind(const std::vector<std::string>& words) {
     const std::string emulated = isEmulator(words.front()) ? emulatedProgram(words) : "";
     return programKind(emulated.empty() ? words.front() : emulated);

@@ -22,6 +22,9 @@ ElfKind elfKind(const unsigned char* bytes, size_t size);
 // Of the file at `path`; of its interpreter where it is a script. Unknown when nothing can be read.
 ElfKind programKind(const std::string& path);
 
+// "/bin/sh" of a file that begins with "#! /bin/sh -e"; empty when it does not begin so.
+std::string scriptInterpreter(const std::string& path);
+
 // Of the program that a command line of at least one word runs: of the emulated one where the first word is a user-mode
 // emulator such as qemu-arm.
 ElfKind commandKind(const std::vector<std::string>& words);

@@ -31,7 +31,12 @@ firstDirectory(std::initializer_list<fs::path> candidates, const std::string& wh
 } // namespace
 
 std::string supportDirectory() {
-    return firstDirectory({ownDirectory() / "../libexec/ostrel-sim"}, "the simulator's own files", "install it again");
+    std::string directory =
+        firstDirectory({ownDirectory() / "../libexec/ostrel-sim"}, "the simulator's own files", "install it again");
+    for (const char* needed : {"launch", "commands/mount", "factory-settings", OSTREL_SIM_LIB "/ostrel-shim.so"})
+        if (!fs::exists(directory + "/" + needed))
+            throw Failure("cannot find the simulator's own file " + directory + "/" + needed + "; install it again");
+    return directory;
 }
 
 std::string assetsDirectory() {

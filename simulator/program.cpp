@@ -1,6 +1,5 @@
 #include "simulator/program.h"
 
-#include "simulator/elf.h"
 #include "simulator/failure.h"
 #include "simulator/state.h"
 
@@ -21,10 +20,6 @@ namespace {
 
 constexpr const char* BUBBLEWRAP = "bwrap";
 
-std::string baseName(const std::string& path) {
-    return path.substr(path.rfind('/') + 1);
-}
-
 bool isFile(const std::string& path) {
     struct stat status = {};
     return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
@@ -42,25 +37,6 @@ std::string findOnPath(const std::string& name) {
     return "";
 }
 
-std::string whyNotExecuted(const std::string& path, int reason) {
-    const ElfKind kind = programKind(path);
-    if (reason == ENOEXEC && kind.bits != Bits::Unknown)
-        return "cannot run " + path + ": it is a program for " + machineName(kind.machine) +
-               "; compile it for this machine, or install qemu-user-static";
-    if (reason == ENOEXEC)
-        return "cannot run " + path + ": it is neither a program nor a script that names its interpreter";
-    if (reason == ENOENT) // the file itself was there
-        return "cannot run " + path + ": its interpreter or dynamic loader is not on this machine";
-    return "cannot run " + path + ": " + strerrordesc_np(reason);
-}
-
-std::string whyNoView(const std::string& complaint) {
-    return "cannot make the program's view of the files: " +
-           (complaint.empty() ? "bubblewrap ended without a word" : complaint) +
-           "; this machine or container has to allow namespaces (sysctl kernel.unprivileged_userns_clone=1, or "
-           "docker run --privileged)";
-}
-
 // In the child: bubblewrap's words go to `complaints`, the program's to the simulator's own standard error.
 void setUpChild(int complaints, std::initializer_list<int> inherited) {
     dup2(complaints, STDERR_FILENO);
@@ -74,28 +50,6 @@ void setUpChild(int complaints, std::initializer_list<int> inherited) {
 
 } // namespace
 
-Ending describeEnding(const std::string& path, const LaunchReport& report) {
-    const std::string name = baseName(path);
-    switch (report.event) {
-    case LaunchEvent::Exited:
-        return {report.value, name + " exited with status " + std::to_string(report.value)};
-    case LaunchEvent::Signalled:
-    case LaunchEvent::DumpedCore: {
-        const char* description = sigdescr_np(report.value);
-        return {
-            exit_status::SIGNAL_BASE + report.value,
-            name + " was ended by signal " + std::to_string(report.value) + " (" +
-                (description != nullptr ? description : "unknown") + ")" +
-                (report.event == LaunchEvent::DumpedCore ? " and left a core dump" : "")};
-    }
-    case LaunchEvent::ExecFailed:
-        return {exit_status::NOT_EXECUTABLE, whyNotExecuted(path, report.value)};
-    case LaunchEvent::Started:
-        break;
-    }
-    return {exit_status::SIGNAL_BASE + SIGKILL, name + " was ended from outside together with its view of the files"};
-}
-
 std::string resolveProgram(const std::string& name) {
     const bool isPath = name.find('/') != std::string::npos;
     std::string path = isPath ? name : findOnPath(name);
@@ -107,6 +61,8 @@ std::string resolveProgram(const std::string& name) {
     struct stat status = {};
     if (stat(path.c_str(), &status) != 0)
         throw Failure("there is no program " + path + ": " + strerrordesc_np(errno), exit_status::NOT_FOUND);
+    if (S_ISDIR(status.st_mode))
+        throw Failure(path + " is a directory, not a program", exit_status::NOT_EXECUTABLE);
     if (!S_ISREG(status.st_mode))
         throw Failure(path + " is not a program", exit_status::NOT_EXECUTABLE);
     if (access(path.c_str(), X_OK) != 0)
@@ -186,8 +142,7 @@ void Program::hear() {
     while (!complaint.empty() && complaint.back() == '\n')
         complaint.pop_back();
     cleanUp();
-    const Ending ending =
-        reported ? describeEnding(path, lastReport) : Ending{exit_status::SIMULATOR_FAILED, whyNoView(complaint)};
+    const Ending ending = reported ? describeEnding(path, lastReport) : describeNoView(complaint, geteuid() == 0);
     if (ended)
         std::exchange(ended, nullptr)(ending);
 }

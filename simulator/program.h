@@ -3,6 +3,7 @@
 #define OSTREL_SIMULATOR_PROGRAM_H
 
 #include "simulator/descriptor.h"
+#include "simulator/ending.h"
 #include "simulator/event_loop.h"
 #include "simulator/launch_protocol.h"
 
@@ -12,15 +13,6 @@
 #include <vector>
 
 namespace ostrel {
-
-// How a program ended: what the simulator exits with, and one sentence ("gallery exited with status 3").
-struct Ending {
-    int status;
-    std::string sentence;
-};
-
-// In words, for the program at `path`.
-Ending describeEnding(const std::string& path, const LaunchReport& report);
 
 // The absolute path of what a shell would run as `name`. Throws Failure with status 127 or 126.
 std::string resolveProgram(const std::string& name);

@@ -68,4 +68,11 @@ std::vector<std::string> sandboxArguments(const View& view) {
     return arguments;
 }
 
+std::string hiddenBy(const std::string& path) {
+    for (const char* own : OWN)
+        if (isBelow(path, own) && !isBelow(path, "/tmp"))
+            return own;
+    return "";
+}
+
 } // namespace ostrel

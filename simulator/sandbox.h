@@ -28,6 +28,9 @@ std::vector<TopLevelEntry> listTopLevel();
 // is bound; binding the whole root and adding to it would make the added mount points on the host.
 std::vector<std::string> sandboxArguments(const View& view);
 
+// The folder of the router's own under which the host's `path` cannot be seen in the view; empty when it can.
+std::string hiddenBy(const std::string& path);
+
 } // namespace ostrel
 
 #endif

@@ -75,10 +75,15 @@ class Simulator {
     void switchOnStore() {
         std::vector<std::string> messages;
         const bool usable = powerOnStore(directory.path(), supportDirectory() + "/factory-settings", messages);
+        std::string last;
+        if (!usable) {
+            last = messages.back() + "; choose another directory with --state";
+            messages.pop_back();
+        }
         for (const std::string& message : messages)
             say(message);
         if (!usable)
-            throw Failure("without its settings the router does not start");
+            throw Failure(last);
     }
 
     void startProgram() {
@@ -161,6 +166,9 @@ void say(const std::string& sentence) {
 }
 
 int simulate(const Options& options) {
+    std::error_code error;
+    if (std::filesystem::current_path(error).empty())
+        throw Failure("the directory that you are in is gone; cd to one that is there");
     return Simulator(options, resolveProgram(options.program.front())).run();
 }
 

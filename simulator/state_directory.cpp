@@ -4,7 +4,9 @@
 #include "simulator/panel.h"
 #include "simulator/state.h"
 
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
 #include <pwd.h>
@@ -23,18 +25,27 @@ std::string homeDirectory() {
     if (home != nullptr && *home == '/')
         return home;
     const passwd* user = getpwuid(getuid()); // NOLINT(concurrency-mt-unsafe): before any thread is started
-    return user != nullptr ? user->pw_dir : "/tmp";
+    if (user == nullptr || *user->pw_dir != '/')
+        throw Failure(
+            "there is no home directory to keep the router's state in; set HOME, or choose a directory with --state");
+    return user->pw_dir;
+}
+
+Failure cannotWrite(const std::string& path, int reason = errno) {
+    return Failure(
+        "cannot write " + path + ": " + strerrordesc_np(reason) + (reason == ENOSPC ? "; make room, or" : ";") +
+        " choose another directory with --state");
 }
 
 // An empty file of `size` bytes, whatever was there before.
 void makeFile(const std::string& path, off_t size) {
     const Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (!file.isOpen())
-        throw systemFailure("cannot write " + path);
+        throw cannotWrite(path);
     // Allocated, not sparse: a full disk is noticed here and does not end the program in the middle of drawing.
     const int reason = size > 0 ? posix_fallocate(file.get(), 0, size) : 0;
     if (reason != 0)
-        throw systemFailure("cannot write " + path, reason);
+        throw cannotWrite(path, reason);
 }
 
 // Who only looks whether a simulator runs there holds the lock for an instant, which is waited for.
@@ -63,6 +74,8 @@ StateDirectory::StateDirectory(const std::string& path, bool fresh) {
     if (error)
         throw Failure("cannot make the state directory " + path + ": " + error.message() + "; choose one with --state");
     directory = fs::canonical(path, error).string();
+    if (error)
+        throw Failure("cannot use the state directory " + path + ": " + error.message() + "; choose one with --state");
     lock();
     if (fresh)
         forget();
@@ -77,7 +90,7 @@ StateDirectory::~StateDirectory() {
 void StateDirectory::lock() {
     lockFile = Descriptor(open(file(state::LOCK).c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
     if (!lockFile.isOpen())
-        throw systemFailure("cannot write in the state directory " + directory);
+        throw cannotWrite("in the state directory " + directory);
     if (!isLockedSoon(lockFile.get()))
         throw Failure("another simulator uses " + directory + "; end it, or choose another directory with --state");
 }
@@ -99,9 +112,9 @@ void StateDirectory::makeFiles() const {
     // A new FIFO each time: nothing that was touched in an earlier run is left in it.
     unlink(file(state::TOUCH).c_str());
     if (mkfifo(file(state::TOUCH).c_str(), 0600) != 0)
-        throw systemFailure("cannot make " + file(state::TOUCH));
+        throw cannotWrite(file(state::TOUCH));
     if (mkdir(file(state::FLASH).c_str(), 0700) != 0 && errno != EEXIST)
-        throw systemFailure("cannot make " + file(state::FLASH));
+        throw cannotWrite(file(state::FLASH));
 }
 
 void StateDirectory::mapPage() {

@@ -9,7 +9,7 @@
 
 namespace ostrel {
 
-// $XDG_STATE_HOME/ostrel-sim/NAME, or below ~/.local/state.
+// $XDG_STATE_HOME/ostrel-sim/NAME, or below ~/.local/state. Throws Failure for a user without a home directory.
 std::string defaultStateDirectory(const std::string& name);
 
 class StateDirectory {

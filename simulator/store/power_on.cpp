@@ -81,7 +81,7 @@ bool powerOnStore(const std::string& directory, const std::string& factory, std:
         if (error == 0)
             error = powerOnSection(directory, section, factory, messages);
     if (error != 0)
-        messages.push_back("The settings in " + directory + " cannot be used: " + strerror(-error) + ".");
+        messages.push_back("the settings in " + directory + " cannot be used: " + strerror(-error));
     return error == 0;
 }
 

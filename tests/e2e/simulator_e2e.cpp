@@ -56,8 +56,8 @@ TEST(Ending, SaysWhyAProgramCannotBeRun) {
     const Told orphan = desk.run("--headless ./orphan");
     EXPECT_EQ(orphan.status, 126);
     EXPECT_EQ(
-        orphan.errors, "ostrel-sim: cannot run " + desk.file("orphan") +
-                           ": its interpreter or dynamic loader is not on this machine\n");
+        orphan.errors,
+        "ostrel-sim: cannot run " + desk.file("orphan") + ": its interpreter /no/interpreter is not on this machine\n");
 }
 
 TEST(Ending, NamesTheMachineOfAForeignProgram) {
@@ -93,19 +93,6 @@ TEST(Ending, SaysWhatIsMissingOnTheMachine) {
     const Told noScript = desk.run("--script nothing true");
     EXPECT_EQ(noScript.status, 125);
     EXPECT_EQ(noScript.errors, "ostrel-sim: cannot read the script nothing: No such file or directory\n");
-}
-
-// A stand-in for a bubblewrap that the kernel does not let make namespaces.
-TEST(Ending, SaysThatNamespacesAreNotAllowed) {
-    const Desk desk;
-    std::filesystem::create_directory(desk.file("bin"));
-    desk.write("bin/bwrap", "#!/bin/sh\necho 'bwrap: No permissions to create new namespace' >&2\nexit 1\n");
-    chmod(desk.file("bin/bwrap").c_str(), 0755);
-    const Told run = desk.run("--headless true", "PATH='" + desk.file("bin") + ":'$PATH");
-    EXPECT_EQ(run.status, 125);
-    EXPECT_EQ(
-        run.errors.substr(0, 105), "ostrel-sim: cannot make the program's view of the files: bwrap: No permissions "
-                                   "to create new namespace; t");
 }
 
 TEST(Ending, LeavesNobodyBehind) {

@@ -89,7 +89,7 @@ TEST_F(PowerOn, MissingFactorySettingsLeaveTheStoreEmptyAndAreTold) {
 TEST_F(PowerOn, AStateDirectoryThatIsMissingCannotBeUsed) {
     Messages messages;
     EXPECT_FALSE(powerOnStore("/nowhere", factory(), messages));
-    EXPECT_EQ(messages, (Messages{"The settings in /nowhere cannot be used: No such file or directory."}));
+    EXPECT_EQ(messages, (Messages{"the settings in /nowhere cannot be used: No such file or directory"}));
 }
 
 TEST_F(PowerOn, AResetForgetsSetAndCommittedValuesOfOneSection) {

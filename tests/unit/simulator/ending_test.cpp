@@ -38,6 +38,56 @@ TEST(Ending, SaysWhyAProgramCannotBeRun) {
         "cannot run /nowhere/x: it is neither a program nor a script that names its interpreter");
 }
 
+TEST(NoView, SaysWhatAllowsNamespaces) {
+    const struct {
+        const char* complaint;
+        const char* user;
+        const char* root;
+    } cases[] = {
+        {"bwrap: Creating new namespace failed: Operation not permitted", "sysctl kernel.", "docker run"},
+        {"bwrap: No permissions to create new namespace, likely because", "sysctl kernel.", "docker run"},
+        {"bwrap: setting up uid map: Permission denied", "sysctl kernel.", "docker run"},
+        {"bwrap: Can't mount proc on /newroot/proc: Operation not permitted", "docker run", "docker run"},
+        {"bwrap: Failed to make / slave: Permission denied", "docker run", "docker run"},
+        {"bwrap: Creating new namespace failed: nesting depth or /proc/sys/user/max_*_namespaces exceeded (ENOSPC)",
+         "sysctl user", "sysctl user"},
+    };
+    for (const auto& [complaint, user, root] : cases) {
+        const std::string begin = "cannot make the program's view of the files, namespaces are not allowed here (" +
+                                  std::string(complaint) + "); ";
+        const Ending users = describeNoView(complaint, false);
+        EXPECT_EQ(users.status, 125);
+        EXPECT_EQ(users.sentence.substr(0, begin.size()), begin);
+        EXPECT_NE(users.sentence.find(user), std::string::npos) << users.sentence;
+        EXPECT_NE(describeNoView(complaint, true).sentence.find(root), std::string::npos) << complaint;
+    }
+}
+
+TEST(NoView, PassesOnWhatElseBubblewrapSays) {
+    EXPECT_EQ(
+        describeNoView("bwrap: Can't find source path /x: No such file or directory", false).sentence,
+        "cannot make the program's view of the files: bwrap: Can't find source path /x: No such file or directory");
+    EXPECT_EQ(
+        describeNoView("", true).sentence,
+        "cannot make the program's view of the files: bubblewrap ended without a word");
+}
+
+TEST(Ending, TellsAHiddenProgramFromOneWithoutALoader) {
+    const TemporaryDirectory directory;
+    const auto sentence = [&](const std::string& path) {
+        return describeEnding(path, {LaunchEvent::ExecFailed, ENOENT}).sentence;
+    };
+    EXPECT_EQ(
+        sentence("/data/gallery"), "cannot run /data/gallery: inside, /data is the router's own; copy the program to "
+                                   "another folder");
+    std::ofstream(directory.file("x")) << "#! /no/python -u\n";
+    EXPECT_EQ(
+        sentence(directory.file("x")),
+        "cannot run " + directory.file("x") + ": its interpreter /no/python is not on this machine");
+    EXPECT_EQ(
+        sentence("/nowhere/x"), "cannot run /nowhere/x: its dynamic loader is not on this machine; compile it here");
+}
+
 std::string whyNotResolved(const std::string& name, int& status) {
     try {
         return resolveProgram(name);
@@ -59,7 +109,7 @@ TEST(ResolveProgram, TellsMissingFromNotExecutable) {
     EXPECT_EQ(
         whyNotResolved(directory.file("x"), status), directory.file("x") + " is not executable; chmod +x makes it so");
     EXPECT_EQ(status, 126);
-    EXPECT_EQ(whyNotResolved(directory.path + "/", status), directory.path + "/ is not a program");
+    EXPECT_EQ(whyNotResolved(directory.path + "/", status), directory.path + "/ is a directory, not a program");
     EXPECT_EQ(status, 126);
 }
 

@@ -1,0 +1,88 @@
+#include "simulator/ending.h"
+
+#include "simulator/elf.h"
+#include "simulator/failure.h"
+#include "simulator/sandbox.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+
+namespace ostrel {
+namespace {
+
+// What bubblewrap says when the kernel refuses: part of its words, and what helps.
+struct Refusal {
+    const char* words;
+    const char* userCan;
+    const char* rootCan;
+};
+constexpr const char* CONTAINER = "start the container with 'docker run --privileged'";
+constexpr const char* USER = "as root, 'sysctl kernel.unprivileged_userns_clone=1' or 'sysctl "
+                             "kernel.apparmor_restrict_unprivileged_userns=0' allows them, in a container 'docker run "
+                             "--privileged'";
+constexpr const char* LIMIT = "raise the limits that 'sysctl user' shows, as root";
+constexpr Refusal REFUSALS[] = {
+    {"ENOSPC", LIMIT, LIMIT},                     // "nesting depth or /proc/sys/user/max_*_namespaces exceeded"
+    {"namespace", USER, CONTAINER},               // "Creating new namespace failed", "No permissions to create new ..."
+    {"uid map", USER, CONTAINER},                 // refused by AppArmor
+    {"mount proc", CONTAINER, CONTAINER},         // a container that hides parts of /proc
+    {"make / slave", CONTAINER, CONTAINER},       // mounting is refused
+    {"Unexpected capabilities", USER, CONTAINER}, // neither root nor an ordinary user
+};
+
+std::string whyNotExecuted(const std::string& path, int reason) {
+    const std::string cannot = "cannot run " + path + ": ";
+    const ElfKind kind = programKind(path);
+    if (reason == ENOEXEC && kind.bits != Bits::Unknown)
+        return cannot + "it is a program for " + machineName(kind.machine) +
+               "; compile it for this machine, or install qemu-user-static";
+    if (reason == ENOEXEC)
+        return cannot + "it is neither a program nor a script that names its interpreter";
+    if (reason == ENOENT && !hiddenBy(path).empty())
+        return cannot + "inside, " + hiddenBy(path) + " is the router's own; copy the program to another folder";
+    const std::string interpreter = scriptInterpreter(path);
+    if (reason == ENOENT && !interpreter.empty())
+        return cannot + "its interpreter " + interpreter + " is not on this machine";
+    if (reason == ENOENT) // the file itself was there
+        return cannot + "its dynamic loader is not on this machine; compile it here";
+    return cannot + strerrordesc_np(reason);
+}
+
+} // namespace
+
+Ending describeEnding(const std::string& path, const LaunchReport& report) {
+    const std::string name = path.substr(path.rfind('/') + 1);
+    switch (report.event) {
+    case LaunchEvent::Exited:
+        return {report.value, name + " exited with status " + std::to_string(report.value)};
+    case LaunchEvent::Signalled:
+    case LaunchEvent::DumpedCore: {
+        const char* description = sigdescr_np(report.value);
+        return {
+            exit_status::SIGNAL_BASE + report.value,
+            name + " was ended by signal " + std::to_string(report.value) + " (" +
+                (description != nullptr ? description : "unknown") + ")" +
+                (report.event == LaunchEvent::DumpedCore ? " and left a core dump" : "")};
+    }
+    case LaunchEvent::ExecFailed:
+        return {exit_status::NOT_EXECUTABLE, whyNotExecuted(path, report.value)};
+    case LaunchEvent::Started:
+        break;
+    }
+    return {exit_status::SIGNAL_BASE + SIGKILL, name + " was ended from outside together with its view of the files"};
+}
+
+Ending describeNoView(const std::string& complaint, bool asRoot) {
+    const std::string cannot = "cannot make the program's view of the files";
+    if (complaint.empty())
+        return {exit_status::SIMULATOR_FAILED, cannot + ": bubblewrap ended without a word"};
+    for (const Refusal& refusal : REFUSALS)
+        if (complaint.find(refusal.words) != std::string::npos)
+            return {
+                exit_status::SIMULATOR_FAILED, cannot + ", namespaces are not allowed here (" + complaint + "); " +
+                                                   (asRoot ? refusal.rootCan : refusal.userCan)};
+    return {exit_status::SIMULATOR_FAILED, cannot + ": " + complaint};
+}
+
+} // namespace ostrel
