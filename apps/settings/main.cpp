@@ -1,0 +1,16 @@
+// settings: the router's home program. What its owner sets up, on pages.
+#include "pages.h"
+
+int main() {
+    preparePages();
+    setLockHandler(unlockPage);
+    goHome();
+    while (!panelClosed()) {
+        int x = 0;
+        int y = 0;
+        if (waitForTouch(&x, &y))
+            touchPage(x, y);
+    }
+    closePages();
+    return 0;
+}
