@@ -119,7 +119,7 @@ bool TouchStream::isEmpty() const {
 }
 
 bool TouchStream::isAwaited() {
-    constexpr uint32_t LOOKS_IN_VAIN = 2;
+    constexpr uint32_t LOOKS_IN_VAIN = 4;
     constexpr int64_t SETTLED_MS = 100;
     constexpr int64_t STARTED_MS = 2000;
     if (!isEmpty())

@@ -36,8 +36,9 @@ class TouchStream {
 
     bool isDown() const { return page.penDown != 0; }
 
-    // True when the program has read everything and asks for more: it blocks for it, or has looked twice in vain (once
-    // is how a reader notices the end of what it is about to act upon). Without a program that reports its questions:
+    // True when the program has read everything and asks for more: it blocks for it, or has looked four times in vain
+    // (once is how a reader notices the end of what it is about to act upon, and the loops around it may each look once
+    // more before they end). Without a program that reports its questions:
     // when the stream has been empty for a tenth of a second, at first for two seconds: programs that do report may
     // take that long to start on a busy machine.
     bool isAwaited();

@@ -108,13 +108,14 @@ TEST_F(TouchStreamTest, IsNotAwaitedBeforeASlowProgramHasStarted) {
     EXPECT_FALSE(stream.isAwaited());
 }
 
-// One look in vain ends the reading of what the program is about to deal with; the next one is a question.
-TEST_F(TouchStreamTest, IsAwaitedAfterTwoLooksInVain) {
+// One look in vain ends the reading of what the program is about to deal with, and the loops that it leaves then may
+// look once more each. Whoever goes on looking asks.
+TEST_F(TouchStreamTest, IsAwaitedAfterFourLooksInVain) {
     TouchStream stream(fifo, Bits::Unknown, loop, page);
     page.programs = 1;
-    page.glances = 1;
+    page.glances = 3;
     EXPECT_FALSE(stream.isAwaited());
-    page.glances = 2;
+    page.glances = 4;
     EXPECT_TRUE(stream.isAwaited());
 }
 
