@@ -1,4 +1,4 @@
-#include "simulator/expectation.h"
+#include "simulator/picture_expectation.h"
 
 #include "simulator/failure.h"
 #include "simulator/png_file.h"

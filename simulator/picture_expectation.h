@@ -1,6 +1,6 @@
-// What scripts expect of the panel, and how they tell that it shows something else.
-#ifndef OSTREL_SIMULATOR_EXPECTATION_H
-#define OSTREL_SIMULATOR_EXPECTATION_H
+// A picture that the panel is expected to show, and how it is told that it shows something else.
+#ifndef OSTREL_SIMULATOR_PICTURE_EXPECTATION_H
+#define OSTREL_SIMULATOR_PICTURE_EXPECTATION_H
 
 #include "simulator/panel.h"
 

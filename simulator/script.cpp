@@ -13,7 +13,7 @@
 namespace ostrel {
 namespace {
 
-enum class Argument { None, X, Y, Milliseconds, Section, Status, Name, File, Value };
+enum class Argument { None, X, Y, Milliseconds, Section, Status, Name, File, Value, Text };
 
 struct Verb {
     const char* name;
@@ -36,6 +36,7 @@ constexpr Verb VERBS[] = {
      Action::ExpectSetting,
      {Argument::Section, Argument::Name, Argument::Value},
      "expect-setting 1 PIN 1234"},
+    {"expect-log", Action::ExpectLog, {Argument::Text}, "expect-log command umount"},
     {"quit", Action::Quit, {}, "quit"},
     {"exit-code", Action::ExitCode, {Argument::Status}, "exit-code 0"},
 };
@@ -136,7 +137,7 @@ class Parser {
         command.source = source;
         int numbers = 0;
         for (const Argument argument : verb.arguments) {
-            if (argument == Argument::File || argument == Argument::Value)
+            if (argument == Argument::File || argument == Argument::Value || argument == Argument::Text)
                 command.text = restOf(words);
             else if (argument == Argument::Name)
                 words >> command.name;
@@ -149,6 +150,8 @@ class Parser {
             command.source = verb.name + (" " + std::to_string(command.numbers[0])) + " " + command.name;
         if (verb.arguments[0] == Argument::File && command.text.empty())
             refuse(std::string(verb.name) + " needs a file, as in '" + verb.example + "'");
+        if (verb.arguments[0] == Argument::Text && command.text.empty())
+            refuse(std::string(verb.name) + " needs more, as in '" + verb.example + "'");
         if (words >> word)
             refuse("'" + word + "' is too much, as in '" + verb.example + "'");
         if (ended)

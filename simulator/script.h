@@ -7,14 +7,27 @@
 
 namespace ostrel {
 
-enum class Action { Tap, Press, Move, Release, Wait, Shot, Expect, ExpectDark, ExpectSetting, Quit, ExitCode };
+enum class Action {
+    Tap,
+    Press,
+    Move,
+    Release,
+    Wait,
+    Shot,
+    Expect,
+    ExpectDark,
+    ExpectSetting,
+    ExpectLog,
+    Quit,
+    ExitCode
+};
 
 struct Command {
     int line = 0;
     Action action = Action::Quit;
     int numbers[2] = {}; // x and y, or milliseconds, a settings section, an exit status
     std::string name;    // a setting's
-    std::string text;    // a file's name, or a setting's value
+    std::string text;    // a file's name, a setting's value, or what a line of the log contains
     std::string source;  // the command as it was written; a setting's value is left out, it may be a secret
 };
 

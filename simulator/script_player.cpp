@@ -1,10 +1,8 @@
 #include "simulator/script_player.h"
 
 #include "simulator/clock.h"
-#include "simulator/expectation.h"
 #include "simulator/failure.h"
 #include "simulator/png_file.h"
-#include "simulator/store/settings_store.h"
 
 #include <sstream>
 #include <utility>
@@ -75,13 +73,10 @@ void ScriptPlayer::playCommand(const Command& command) {
             whenAsked([this, &command] { takePicture(command); });
         break;
     case Action::Expect:
-        expectPicture(command);
-        break;
     case Action::ExpectDark:
-        expect([this] { return panel.isDark(); }, [] { return std::string("the panel is not dark"); });
-        break;
     case Action::ExpectSetting:
-        expectSetting(command);
+    case Action::ExpectLog:
+        expect(command);
         break;
     case Action::Quit:
         finish("");
@@ -104,48 +99,22 @@ void ScriptPlayer::whenAsked(const Step& step) {
         timer = loop.after(LOOK_EVERY_MS, [this, step] { whenAsked(step); });
 }
 
-void ScriptPlayer::expect(const std::function<bool()>& isMet, const std::function<std::string()>& explain) {
-    constexpr int64_t LOOK_EVERY_MS = 5;
-    if (isMet())
-        advance();
-    else if (nowMs() >= impatientAtMs)
-        fail(explain());
-    else
-        timer = loop.after(LOOK_EVERY_MS, [=] { expect(isMet, explain); });
-}
-
-void ScriptPlayer::expectPicture(const Command& command) {
-    const bool isAbsolute = command.text.front() == '/';
+void ScriptPlayer::expect(const Command& command) {
     try {
-        const PictureExpectation expected(isAbsolute ? command.text : script.directory + "/" + command.text);
-        const auto isMet = [=] {
-            panel.look();
-            return expected.isMetBy(panel.picture());
-        };
-        expect(isMet, [=] {
-            try {
-                return expected.explain(panel.picture());
-            } catch (const Failure& failure) {
-                return std::string(failure.what());
-            }
-        });
+        awaitExpected(expectationOf(command, script, panel, stateDirectory));
     } catch (const Failure& failure) {
         fail(failure.what());
     }
 }
 
-// What a secret setting holds instead is not said.
-void ScriptPlayer::expectSetting(const Command& command) {
-    const auto isMet = [this, &command] {
-        char value[SETTING_SIZE];
-        return getStored(
-                   stateDirectory.c_str(), static_cast<Section>(command.numbers[0]), command.name.c_str(), value) ==
-                   0 &&
-               command.text == value;
-    };
-    expect(isMet, [&command] {
-        return "setting " + command.name + " of section " + std::to_string(command.numbers[0]) + " has another value";
-    });
+void ScriptPlayer::awaitExpected(const Expectation& expectation) {
+    constexpr int64_t LOOK_EVERY_MS = 5;
+    if (expectation.isMet())
+        advance();
+    else if (nowMs() >= impatientAtMs)
+        fail(expectation.explain());
+    else
+        timer = loop.after(LOOK_EVERY_MS, [=] { awaitExpected(expectation); });
 }
 
 void ScriptPlayer::awaitEnd() {

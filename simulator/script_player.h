@@ -5,6 +5,7 @@
 #define OSTREL_SIMULATOR_SCRIPT_PLAYER_H
 
 #include "simulator/event_loop.h"
+#include "simulator/expectation.h"
 #include "simulator/panel.h"
 #include "simulator/program.h"
 #include "simulator/script.h"
@@ -42,9 +43,8 @@ class ScriptPlayer {
     void playNext();
     void playCommand(const Command& command);
     void whenAsked(const Step& step);
-    void expect(const std::function<bool()>& isMet, const std::function<std::string()>& explain);
-    void expectPicture(const Command& command);
-    void expectSetting(const Command& command);
+    void expect(const Command& command);
+    void awaitExpected(const Expectation& expectation);
     void awaitEnd();
     void takePicture(const Command& command);
     void advance();

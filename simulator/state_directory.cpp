@@ -108,6 +108,7 @@ void StateDirectory::makeFiles() const {
     makeFile(file(state::NVRAM), 0);
     makeFile(file(state::BACKLIGHT), 0);
     makeFile(file(state::LOG), 0);
+    unlink(file(state::OLD_LOG).c_str());
     makeFile(file(state::SHARED_PAGE), sizeof(SharedPage));
     // A new FIFO each time: nothing that was touched in an earlier run is left in it.
     unlink(file(state::TOUCH).c_str());

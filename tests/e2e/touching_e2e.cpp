@@ -82,7 +82,7 @@ TEST(Script, WithAMistakeStartsNothing) {
     EXPECT_EQ(run.output, "");
     EXPECT_EQ(
         run.errors, "ostrel-sim: script:2: there is no command 'fly', only tap, press, move, release, wait, shot, "
-                    "expect, expect-dark, expect-setting, quit, exit-code\n");
+                    "expect, expect-dark, expect-setting, expect-log, quit, exit-code\n");
 }
 
 TEST(Script, ChecksThePanelTheSettingsAndTheEnd) {
@@ -99,6 +99,19 @@ TEST(Script, ChecksThePanelTheSettingsAndTheEnd) {
     EXPECT_TRUE(std::filesystem::exists(desk.file("page.difference.png")));
     const Told wrong = desk.play("expect-setting 1 Language klingon\n", "follow 9", "--patience 0.2");
     EXPECT_EQ(wrong.errors, "ostrel-sim: script:1: setting Language of section 1 has another value\n");
+}
+
+// What a program leaves to the background is done some time later.
+TEST(Script, WaitsForALineOfTheLog) {
+    const Desk desk;
+    desk.write("script", "expect-log command init_system restart\nquit\n");
+    const Told run =
+        desk.run("--script script sh -c '(sleep 0.5; init_system restart) & '\"'" OSTREL_PROBE "'\"' follow 1'");
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.status, 0);
+    const Told other = desk.run("--script script --patience 0.2 '" OSTREL_PROBE "' follow 1");
+    EXPECT_EQ(other.errors, "ostrel-sim: script:1: the log has no line with 'command init_system restart'\n");
+    EXPECT_EQ(other.status, 1);
 }
 
 TEST(Script, CanExpectAFailingProgram) {

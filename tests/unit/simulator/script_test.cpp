@@ -48,15 +48,17 @@ TEST(Script, ReadsEveryCommand) {
 
 TEST(Script, ReadsExpectations) {
     const Script script = parseScript(
-        "t", "expect a.png\nexpect-dark\nexpect-setting 2 Name Living room\nexpect-setting 1 PIN\nexit-code 3");
-    ASSERT_EQ(script.commands.size(), 5U);
+        "t", "expect a.png\nexpect-dark\nexpect-setting 2 Name Living room\nexpect-setting 1 PIN\n"
+             "expect-log  command umount /data # done\nexit-code 3");
+    ASSERT_EQ(script.commands.size(), 6U);
     EXPECT_EQ(script.commands[0].text, "a.png");
     EXPECT_EQ(script.commands[1].action, Action::ExpectDark);
     EXPECT_EQ(script.commands[2].numbers[0], 2);
     EXPECT_EQ(script.commands[2].name, "Name");
     EXPECT_EQ(script.commands[2].text, "Living room");
     EXPECT_EQ(script.commands[3].text, ""); // an empty setting
-    EXPECT_EQ(script.commands[4].numbers[0], 3);
+    EXPECT_EQ(script.commands[4].text, "command umount /data");
+    EXPECT_EQ(script.commands[5].numbers[0], 3);
 }
 
 TEST(Script, MayBeEmpty) {
@@ -70,7 +72,7 @@ TEST(Script, NamesTheLineOfAMistake) {
         const char* sentence;
     } cases[] = {
         {"tap 1 2\nfly 1 2", "t:2: there is no command 'fly', only tap, press, move, release, wait, shot, expect, "
-                             "expect-dark, expect-setting, quit, exit-code"},
+                             "expect-dark, expect-setting, expect-log, quit, exit-code"},
         {"tap 160", "t:1: tap needs more, as in 'tap 160 120'"},
         {"tap", "t:1: tap needs more, as in 'tap 160 120'"},
         {"tap 1 2 3", "t:1: '3' is too much, as in 'tap 160 120'"},
@@ -87,6 +89,7 @@ TEST(Script, NamesTheLineOfAMistake) {
         {"expect-setting 3 PIN 1", "t:1: the section must be 1 to 2, not 3"},
         {"exit-code 256", "t:1: the exit status must be 0 to 255, not 256"},
         {"exit-code 0\nquit", "t:2: nothing is played after exit-code: the program has ended"},
+        {"expect-log # what?", "t:1: expect-log needs more, as in 'expect-log command umount'"},
         {"quit now", "t:1: 'now' is too much, as in 'quit'"},
         {"\n\nmove 1 2", "t:3: move: the pen is up; press comes first"},
         {"release", "t:1: release: the pen is up; press comes first"},
