@@ -3,6 +3,7 @@
 #include "simulator/elf.h"
 #include "simulator/failure.h"
 #include "simulator/sandbox.h"
+#include "simulator/state.h"
 
 #include <cerrno>
 #include <csignal>
@@ -51,20 +52,24 @@ std::string whyNotExecuted(const std::string& path, int reason) {
 
 } // namespace
 
-Ending describeEnding(const std::string& path, const LaunchReport& report) {
+Ending describeEnding(const std::string& path, const LaunchReport& report, const std::string& stateDirectory) {
     const std::string name = path.substr(path.rfind('/') + 1);
+    const auto ended = [&](const std::string& andLeft) {
+        const char* description = sigdescr_np(report.value);
+        return Ending{
+            exit_status::SIGNAL_BASE + report.value, name + " was ended by signal " + std::to_string(report.value) +
+                                                         " (" + (description != nullptr ? description : "unknown") +
+                                                         ")" + andLeft};
+    };
     switch (report.event) {
     case LaunchEvent::Exited:
         return {report.value, name + " exited with status " + std::to_string(report.value)};
     case LaunchEvent::Signalled:
-    case LaunchEvent::DumpedCore: {
-        const char* description = sigdescr_np(report.value);
-        return {
-            exit_status::SIGNAL_BASE + report.value,
-            name + " was ended by signal " + std::to_string(report.value) + " (" +
-                (description != nullptr ? description : "unknown") + ")" +
-                (report.event == LaunchEvent::DumpedCore ? " and left a core dump" : "")};
-    }
+        return ended("");
+    case LaunchEvent::DumpedCore:
+        return ended(" and left a core dump");
+    case LaunchEvent::KeptCore:
+        return ended(" and left a core dump, " + stateDirectory + "/" + state::CORE);
     case LaunchEvent::ExecFailed:
         return {exit_status::NOT_EXECUTABLE, whyNotExecuted(path, report.value)};
     case LaunchEvent::Started:

@@ -14,8 +14,8 @@ struct Ending {
     std::string sentence;
 };
 
-// In words, for the program at `path`.
-Ending describeEnding(const std::string& path, const LaunchReport& report);
+// In words, for the program at `path`. `stateDirectory` is where a core dump is kept.
+Ending describeEnding(const std::string& path, const LaunchReport& report, const std::string& stateDirectory);
 
 // When bubblewrap could not make the program's view of the files: `complaint` is what it said, maybe nothing. `asRoot`
 // tells whether it was root who was refused.

@@ -1,5 +1,6 @@
 // The first process in the program's view. Starts the program, adopts what it leaves behind, and tells the simulator
 // exactly how it ended.
+#include "simulator/core_dump.h"
 #include "simulator/descriptor.h"
 #include "simulator/launch_protocol.h"
 #include "simulator/state.h"
@@ -68,11 +69,20 @@ pid_t start(char** program, const sigset_t& signals) {
     return child;
 }
 
+// The working directory, where the kernel puts the dump unless the machine collects them, goes with the view.
+LaunchEvent whatIsLeft(int status) {
+    if (!WCOREDUMP(status))
+        return LaunchEvent::Signalled;
+    const char* directory = getenv(variable::STATE);
+    const bool isKept = directory != nullptr && keepCoreDump("/", directory + std::string("/") + state::CORE);
+    return isKept ? LaunchEvent::KeptCore : LaunchEvent::DumpedCore;
+}
+
 void reportEnd(int control, int status) {
     if (WIFEXITED(status))
         report(control, LaunchEvent::Exited, WEXITSTATUS(status));
     else
-        report(control, WCOREDUMP(status) ? LaunchEvent::DumpedCore : LaunchEvent::Signalled, WTERMSIG(status));
+        report(control, whatIsLeft(status), WTERMSIG(status));
 }
 
 // Reaps whatever has ended. True when the program was among it, which is then reported.

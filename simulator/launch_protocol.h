@@ -11,6 +11,7 @@ enum class LaunchEvent : int {
     Exited,     // value: the exit status
     Signalled,  // value: the signal's number
     DumpedCore, // value: the signal's number
+    KeptCore,   // value: the signal's number; the dump is state::CORE
 };
 
 struct LaunchReport {

@@ -74,10 +74,13 @@ Program::~Program() {
     cleanUp();
 }
 
-void Program::start(const std::vector<std::string>& sandbox, const std::vector<std::string>& program, Ended whenEnded) {
+void Program::start(
+    const std::vector<std::string>& sandbox, const std::vector<std::string>& program, const std::string& state,
+    Ended whenEnded) {
     if (findOnPath(BUBBLEWRAP).empty())
         throw Failure("bubblewrap is missing, which makes the program's view of the files; apt-get install bubblewrap");
     path = program.front();
+    stateDirectory = state;
     ended = std::move(whenEnded);
     complaint.clear();
     reported = false;
@@ -142,7 +145,8 @@ void Program::hear() {
     while (!complaint.empty() && complaint.back() == '\n')
         complaint.pop_back();
     cleanUp();
-    const Ending ending = reported ? describeEnding(path, lastReport) : describeNoView(complaint, geteuid() == 0);
+    const Ending ending =
+        reported ? describeEnding(path, lastReport, stateDirectory) : describeNoView(complaint, geteuid() == 0);
     if (ended)
         std::exchange(ended, nullptr)(ending);
 }

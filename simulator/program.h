@@ -26,9 +26,12 @@ class Program {
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    // Starts `program` (an absolute path and arguments) through bubblewrap. `ended` is called once, from the loop;
-    // Failure's message is in the ending when there was no way to start it. Throws Failure when bubblewrap is missing.
-    void start(const std::vector<std::string>& sandbox, const std::vector<std::string>& program, Ended ended);
+    // Starts `program` (an absolute path and arguments) through bubblewrap, for the router in `stateDirectory`. `ended`
+    // is called once, from the loop; Failure's message is in the ending when there was no way to start it. Throws
+    // Failure when bubblewrap is missing.
+    void start(
+        const std::vector<std::string>& sandbox, const std::vector<std::string>& program,
+        const std::string& stateDirectory, Ended ended);
 
     // Asks the program, and everything that it started, to end.
     void terminate();
@@ -43,6 +46,7 @@ class Program {
     EventLoop& loop;
     Ended ended;
     std::string path;
+    std::string stateDirectory;
     pid_t bubblewrap = 0;
     Descriptor control;
     Descriptor complaints; // what bubblewrap says on its standard error

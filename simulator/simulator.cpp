@@ -74,16 +74,10 @@ class Simulator {
     // The program may be started anew in one run; the settings it has not committed are lost only with the power.
     void switchOnStore() {
         std::vector<std::string> messages;
-        const bool usable = powerOnStore(directory.path(), supportDirectory() + "/factory-settings", messages);
-        std::string last;
-        if (!usable) {
-            last = messages.back() + "; choose another directory with --state";
-            messages.pop_back();
-        }
+        if (!powerOnStore(directory.path(), supportDirectory() + "/factory-settings", messages))
+            throw Failure(messages.back() + "; make room, or choose another directory with --state");
         for (const std::string& message : messages)
             say(message);
-        if (!usable)
-            throw Failure(last);
     }
 
     void startProgram() {
@@ -98,7 +92,8 @@ class Simulator {
         view.support = supportDirectory();
         view.asRoot = geteuid() == 0;
         logLine(directory.path().c_str(), "starts %s", path.c_str());
-        program.start(sandboxArguments(view), commandLine(), [this](const Ending& ending) { endRun(ending); });
+        program.start(
+            sandboxArguments(view), commandLine(), directory.path(), [this](const Ending& ending) { endRun(ending); });
     }
 
     void endRun(const Ending& ending) {

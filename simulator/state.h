@@ -16,6 +16,7 @@ constexpr const char* SHARED_PAGE = "shared";         // struct SharedPage, mapp
 constexpr const char* LOG = "log";                    // text, one line a write, opened with O_APPEND
 constexpr const char* OLD_LOG = "log.old";            // what was the log before it became too long in this run
 constexpr const char* LOCK = "lock";                  // flock'ed by the simulator that runs here
+constexpr const char* CORE = "core";                  // what a program that crashed left, if it left something
 constexpr const char* STORE = "settings";             // the committed settings; the store adds names that begin so
 } // namespace state
 

@@ -26,6 +26,20 @@ TEST(Ending, NamesTheSignalThatEndedTheProgram) {
     EXPECT_EQ(killed.errors, "ostrel-sim: sh was ended by signal 9 (Killed)\n");
 }
 
+// Where the machine collects core dumps itself, it is told that there is one, but not where.
+TEST(Ending, KeepsACoreDumpWhereTheyAreAllowed) {
+    const Desk desk;
+    const Told crash = desk.run("--headless sh -c 'kill -ABRT $$'", "prlimit --core=unlimited");
+    EXPECT_EQ(crash.status, 134);
+    const std::string told = "ostrel-sim: sh was ended by signal 6 (Aborted) and left a core dump";
+    if (contentOf("/proc/sys/kernel/core_pattern").find_first_of("|/") == 0) {
+        EXPECT_EQ(crash.errors, told + "\n");
+        return;
+    }
+    EXPECT_EQ(crash.errors, told + ", " + desk.file("state/core") + "\n");
+    EXPECT_EQ(contentOf(desk.file("state/core")).substr(1, 3), "ELF");
+}
+
 TEST(Ending, PassesOutputAndErrorsThrough) {
     const Desk desk;
     const Told run = desk.run("--headless sh -c 'echo to output; echo to errors >&2; cat' < /dev/null");

@@ -13,28 +13,31 @@ using namespace ostrel;
 namespace {
 
 TEST(Ending, PassesTheStatusOn) {
-    const Ending ending = describeEnding("/opt/gallery", {LaunchEvent::Exited, 3});
+    const Ending ending = describeEnding("/opt/gallery", {LaunchEvent::Exited, 3}, "/state");
     EXPECT_EQ(ending.status, 3);
     EXPECT_EQ(ending.sentence, "gallery exited with status 3");
-    EXPECT_EQ(describeEnding("/opt/gallery", {LaunchEvent::Exited, 0}).status, 0);
+    EXPECT_EQ(describeEnding("/opt/gallery", {LaunchEvent::Exited, 0}, "/state").status, 0);
 }
 
 TEST(Ending, NamesTheSignal) {
-    const Ending crash = describeEnding("/opt/gallery", {LaunchEvent::Signalled, SIGSEGV});
+    const Ending crash = describeEnding("/opt/gallery", {LaunchEvent::Signalled, SIGSEGV}, "/state");
     EXPECT_EQ(crash.status, 139);
     EXPECT_EQ(crash.sentence, "gallery was ended by signal 11 (Segmentation fault)");
-    const Ending core = describeEnding("/opt/gallery", {LaunchEvent::DumpedCore, SIGABRT});
+    const Ending core = describeEnding("/opt/gallery", {LaunchEvent::DumpedCore, SIGABRT}, "/state");
     EXPECT_EQ(core.status, 134);
     EXPECT_EQ(core.sentence, "gallery was ended by signal 6 (Aborted) and left a core dump");
     EXPECT_EQ(
-        describeEnding("/opt/gallery", {LaunchEvent::Signalled, 99}).sentence,
+        describeEnding("/opt/gallery", {LaunchEvent::KeptCore, SIGABRT}, "/state").sentence,
+        "gallery was ended by signal 6 (Aborted) and left a core dump, /state/core");
+    EXPECT_EQ(
+        describeEnding("/opt/gallery", {LaunchEvent::Signalled, 99}, "/state").sentence,
         "gallery was ended by signal 99 (unknown)");
 }
 
 TEST(Ending, SaysWhyAProgramCannotBeRun) {
-    EXPECT_EQ(describeEnding("/nowhere/x", {LaunchEvent::ExecFailed, EACCES}).status, 126);
+    EXPECT_EQ(describeEnding("/nowhere/x", {LaunchEvent::ExecFailed, EACCES}, "/state").status, 126);
     EXPECT_EQ(
-        describeEnding("/nowhere/x", {LaunchEvent::ExecFailed, ENOEXEC}).sentence,
+        describeEnding("/nowhere/x", {LaunchEvent::ExecFailed, ENOEXEC}, "/state").sentence,
         "cannot run /nowhere/x: it is neither a program nor a script that names its interpreter");
 }
 
@@ -75,7 +78,7 @@ TEST(NoView, PassesOnWhatElseBubblewrapSays) {
 TEST(Ending, TellsAHiddenProgramFromOneWithoutALoader) {
     const TemporaryDirectory directory;
     const auto sentence = [&](const std::string& path) {
-        return describeEnding(path, {LaunchEvent::ExecFailed, ENOENT}).sentence;
+        return describeEnding(path, {LaunchEvent::ExecFailed, ENOENT}, "/state").sentence;
     };
     EXPECT_EQ(
         sentence("/data/gallery"), "cannot run /data/gallery: inside, /data is the router's own; copy the program to "
