@@ -39,6 +39,11 @@ class Desk {
     // ostrel-sim nvram: a look into the settings store.
     Told nvram(const std::string& arguments) const { return execute("nvram", arguments, ""); }
 
+    // A command line of the shell's, whose output and errors are taken unless it sends them elsewhere.
+    Told shell(const std::string& command) const {
+        return execute("export OSTREL_ASSETS='" + file("assets") + "'; " + command);
+    }
+
     // The probe, touched as `script` says.
     Told play(const std::string& script, const std::string& probeArguments, const std::string& options = "") const {
         write("script", script);
@@ -49,9 +54,14 @@ class Desk {
 
   private:
     Told execute(const std::string& verb, const std::string& arguments, const std::string& before) const {
-        const std::string command = "cd '" + directory.path + "' && OSTREL_ASSETS='" + file("assets") + "' " + before +
-                                    " '" OSTREL_SIM "' " + verb + " --state '" + file("state") + "' " + arguments +
-                                    " >'" + file("output") + "' 2>'" + file("errors") + "'";
+        return execute(
+            "OSTREL_ASSETS='" + file("assets") + "' " + before + " '" OSTREL_SIM "' " + verb + " --state '" +
+            file("state") + "' " + arguments);
+    }
+
+    Told execute(const std::string& line) const {
+        const std::string command =
+            "cd '" + directory.path + "' && { " + line + "; } >'" + file("output") + "' 2>'" + file("errors") + "'";
         const int status = system(command.c_str()); // NOLINT(cert-env33-c,concurrency-mt-unsafe): a test of a command
         return {
             WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), contentOf(file("output")),
