@@ -28,6 +28,11 @@ bool Panel::look() {
     return true;
 }
 
+bool Panel::isBlank() {
+    readFramebuffer(next);
+    return std::all_of(next.begin(), next.end(), [](uint16_t pixel) { return pixel == 0; });
+}
+
 // Read and not mapped: a program may truncate its /dev/fb0, which a real one shrugs off; this one is made whole again.
 void Panel::readFramebuffer(Picture& picture) const {
     size_t done = 0;

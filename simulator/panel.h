@@ -31,6 +31,9 @@ class Panel {
     const Picture& picture() const { return seen; }
     bool isDark() const;
 
+    // Nothing has been drawn yet, or everything is black.
+    bool isBlank();
+
   private:
     void readFramebuffer(Picture& picture) const;
 

@@ -38,6 +38,9 @@ class Program {
 
     bool isRunning() const { return bubblewrap > 0; }
 
+    // The view is made and the program runs in it.
+    bool hasStarted() const { return reported; }
+
   private:
     void hear();
     void hearBubblewrap();

@@ -154,6 +154,13 @@ bool ScriptPlayer::awaitsEnd() const {
     return index < script.commands.size() && script.commands[index].action == Action::ExitCode;
 }
 
+std::string ScriptPlayer::current() const {
+    if (index >= script.commands.size())
+        return "";
+    const Command& command = script.commands[index];
+    return script.name + ":" + std::to_string(command.line) + ": " + command.source;
+}
+
 std::string ScriptPlayer::programEnded(const Ending& ending) {
     loop.cancel(timer);
     finished = nullptr;

@@ -37,6 +37,9 @@ class ScriptPlayer {
     // The end of the program, with its status, is what the script is waiting for.
     bool awaitsEnd() const;
 
+    // The command that is being played, for people; empty when all are done. "tour.touch:3: tap 160 120"
+    std::string current() const;
+
   private:
     using Step = std::function<void()>;
 

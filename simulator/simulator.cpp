@@ -6,6 +6,7 @@
 #include "simulator/panel.h"
 #include "simulator/paths.h"
 #include "simulator/program.h"
+#include "simulator/progress.h"
 #include "simulator/sandbox.h"
 #include "simulator/script_player.h"
 #include "simulator/shown_log.h"
@@ -56,6 +57,8 @@ class Simulator {
         if (options.face == Face::Web)
             web.emplace(std::filesystem::path(path).filename().string(), options.port, loop, panel, stream);
         startProgram();
+        if (options.verbose || isatty(STDERR_FILENO) != 0)
+            progress.watch();
         if (web)
             say("the panel is at " + web->address());
         if (player)
@@ -94,6 +97,20 @@ class Simulator {
         logLine(directory.path().c_str(), "starts %s", path.c_str());
         program.start(
             sandboxArguments(view), commandLine(), directory.path(), [this](const Ending& ending) { endRun(ending); });
+    }
+
+    // A run in which nobody looks at standard error stays as quiet as it was quick.
+    std::string stage() {
+        const std::string name = std::filesystem::path(path).filename().string();
+        if (endingIt)
+            return "waiting for " + name + " to end";
+        if (!program.hasStarted())
+            return "still making the view of the files for " + name;
+        if (player && player->current().empty())
+            return "waiting for " + name + " to deal with the script's last touch";
+        if (player)
+            return "still at " + player->current();
+        return panel.isBlank() ? name + " runs and has not drawn anything yet" : "";
     }
 
     void endRun(const Ending& ending) {
@@ -149,6 +166,7 @@ class Simulator {
     std::unique_ptr<ScriptPlayer> player;
     std::optional<WebPanel> web;
     Program program;
+    Progress progress{loop, [this] { return stage(); }, say};
     Descriptor signals;
     bool endingIt = false;
     int exitStatus = 0;

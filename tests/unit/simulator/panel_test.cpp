@@ -59,6 +59,14 @@ TEST_F(PanelTest, IsBlackWhileDarkAndKeepsWhatIsDrawnMeanwhile) {
     }
 }
 
+TEST_F(PanelTest, IsBlankUntilSomethingIsDrawn) {
+    Panel panel(file, page);
+    EXPECT_TRUE(panel.isBlank());
+    draw(319, 239, 1);
+    EXPECT_FALSE(panel.isBlank());
+    EXPECT_TRUE(panel.look()); // which is news all the same
+}
+
 TEST_F(PanelTest, SurvivesAProgramThatTruncatesItsFramebuffer) {
     Panel panel(file, page);
     draw(0, 0, 0x1234);
