@@ -49,6 +49,13 @@ int port(const std::string& text) {
     return static_cast<int>(value);
 }
 
+IpAddress address(const std::string& text) {
+    const std::optional<IpAddress> read = IpAddress::read(text);
+    if (!read || read->isLinkLocal())
+        refuse("--address needs an IP address such as 192.168.1.20, or 0.0.0.0 for all, not '" + text + "'");
+    return *read;
+}
+
 void chooseFace(Options& options, Face face) {
     if (options.face != Face::Unchosen && options.face != face)
         refuse("--headless and --web exclude each other");
@@ -61,6 +68,10 @@ constexpr Option OPTIONS[] = {
     // group   name        value            value's name help
     {"Face",   "web",      Value::Optional, "PORT",      "web browsers and VNC viewers (the default)",
         [](Options& o, const std::string& value) { chooseFace(o, Face::Web); if (!value.empty()) o.port = port(value); }},
+    {"Face",   "address",  Value::Needed,   "ADDRESS",   "show it to other machines at ADDRESS of this one",
+        [](Options& o, const std::string& value) { o.address = address(value); o.isForWeb = true; }},
+    {"Face",   "password-file", Value::Needed, "FILE",   "ask viewers for what FILE's first line says",
+        [](Options& o, const std::string& value) { o.passwordFile = value; o.isForWeb = true; }},
     {"Face",   "headless", Value::None,     "",          "none (the default with --script)",
         [](Options& o, const std::string& /*value*/) { chooseFace(o, Face::Headless); }},
     {"Script", "script",   Value::Needed,   "FILE",      "touch the panel as FILE says; - is standard input",
@@ -119,6 +130,18 @@ size_t applyOption(Options& options, const std::vector<std::string>& arguments, 
     return next;
 }
 
+// What only the web panel has asks for the web panel. Nobody but the own machine touches it without a password.
+void checkWebOptions(Options& options) {
+    if (!options.isForWeb)
+        return;
+    if (options.face != Face::Unchosen && options.face != Face::Web)
+        refuse("--address and --password-file are for the web panel, --web");
+    options.face = Face::Web;
+    if (!options.address.isLoopback() && options.passwordFile.empty())
+        refuse(
+            "--address " + options.address.text() + " lets other machines touch the panel: add --password-file FILE");
+}
+
 std::string usageOf(const Option& option) {
     switch (option.value) {
     case Value::None:
@@ -146,6 +169,7 @@ Options parseOptions(const std::vector<std::string>& arguments) {
     options.program.assign(arguments.begin() + static_cast<std::ptrdiff_t>(index), arguments.end());
     if (options.program.empty() && !options.help && !options.version)
         refuse("which program? ostrel-sim [options] PROGRAM [ARGUMENTS]");
+    checkWebOptions(options);
     if (options.face == Face::Unchosen)
         options.face = options.script.empty() ? Face::Web : Face::Headless;
     return options;

@@ -2,6 +2,8 @@
 #ifndef OSTREL_SIMULATOR_OPTIONS_H
 #define OSTREL_SIMULATOR_OPTIONS_H
 
+#include "simulator/web/ip_address.h"
+
 #include <string>
 #include <vector>
 
@@ -16,6 +18,9 @@ struct Options {
     bool fresh = false;
     Face face = Face::Unchosen;
     int port = 0; // 0: any free one
+    IpAddress address;
+    std::string passwordFile;
+    bool isForWeb = false; // one of the two was given
     std::string script;
     std::string state;
     double speed = 1.0;

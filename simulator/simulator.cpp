@@ -15,6 +15,7 @@
 #include "simulator/store/log.h"
 #include "simulator/store/power_on.h"
 #include "simulator/touch_stream.h"
+#include "simulator/web/password_file.h"
 #include "simulator/web/web_panel.h"
 
 #include <csignal>
@@ -41,6 +42,18 @@ std::unique_ptr<ScriptPlayer> playerFor(
     return std::make_unique<ScriptPlayer>(readScript(options.script), loop, stream, panel, stateDirectory);
 }
 
+// Empty when none is asked for.
+std::string passwordFor(const Options& options) {
+    if (options.passwordFile.empty())
+        return "";
+    bool others = false;
+    std::string password = readPassword(options.passwordFile, others);
+    if (others)
+        say("others on this machine can read the password in " + options.passwordFile +
+            "; chmod 600 would keep it yours");
+    return password;
+}
+
 class Simulator {
   public:
     Simulator(const Options& options, const std::string& path)
@@ -55,12 +68,14 @@ class Simulator {
         if (options.verbose)
             shownLog.emplace(directory.file(state::LOG), loop);
         if (options.face == Face::Web)
-            web.emplace(std::filesystem::path(path).filename().string(), options.port, loop, panel, stream);
+            web.emplace(
+                std::filesystem::path(path).filename().string(),
+                WebFace{options.address, options.port, passwordFor(options)}, loop, panel, stream);
         startProgram();
         if (options.verbose || isatty(STDERR_FILENO) != 0)
             progress.watch();
         if (web)
-            say("the panel is at " + web->address());
+            say("the panel is at " + web->whereabouts());
         if (player)
             player->play(options.speed, options.patienceMs, [this](const std::string& failure) { endPlay(failure); });
         loop.run();

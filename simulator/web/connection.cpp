@@ -1,9 +1,10 @@
 #include "simulator/web/connection.h"
 
+#include "simulator/clock.h"
 #include "simulator/web/origin.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <poll.h>
 #include <sys/socket.h>
 #include <utility>
@@ -20,11 +21,16 @@ constexpr int64_t HANDSHAKE_MS = 120'000;
 constexpr size_t MAX_OUTGOING_BYTES = 4U << 20;
 // Stops reading from a viewer whose messages the library has not taken yet.
 constexpr size_t MAX_TO_LIBRARY_BYTES = 64U << 10;
+// What the library is told of a handshake that is long over, and how many bytes it says to that: its greeting, one kind
+// of security, and that all is well.
+constexpr const char* HANDSHAKE_FOR_LIBRARY = "RFB 003.008\n\1";
+constexpr size_t LIBRARY_HANDSHAKE_BYTES = 12 + 2 + 4;
 
 } // namespace
 
-Connection::Connection(Descriptor connected, const WebContext& context, Closed closed)
-    : context(context), socket(std::move(connected)), closed(std::move(closed)) {
+Connection::Connection(Descriptor connected, std::string peer, const WebContext& context, Closed closed)
+    : context(context), socket(std::move(connected)), peer(std::move(peer)), closed(std::move(closed)),
+      handshake(context.password) {
     context.loop.watch(socket.get(), POLLIN, [this](short events) { onSocket(events); });
     timer = context.loop.after(SILENCE_MS, [this] { becomeViewer(Kind::Viewer); });
 }
@@ -67,7 +73,7 @@ void Connection::understand() {
     if (kind == Kind::Http)
         answerRequest();
     else
-        passToLibrary();
+        takeFromViewer();
 }
 
 void Connection::answerRequest() {
@@ -81,18 +87,18 @@ void Connection::answerRequest() {
     };
     if (result == HttpResult::Malformed)
         return refuse("400 Bad Request", "This is not a proper request.\n");
-    if (!isForThisPanel(request, context.port))
-        return refuse("421 Misdirected Request", "The panel answers to 127.0.0.1 and localhost only.\n");
+    if (!isForThisPanel(request, context.names))
+        return refuse("421 Misdirected Request", "The panel answers to its IP addresses and localhost only.\n");
     if (request.target == "/panel") {
         const std::string accepted = acceptWebSocket(request);
-        if (!isFromThisPanel(request, context.port))
+        if (!isFromThisPanel(request))
             return refuse("403 Forbidden", "Only the panel's own page may connect.\n");
         if (accepted.empty())
             return refuse("426 Upgrade Required", "This address is for WebSockets.\n");
         outgoing += accepted;
         becomeViewer(Kind::WebSocket);
         if (socket.isOpen() && !incoming.empty())
-            passToLibrary();
+            takeFromViewer();
         return;
     }
     if (request.method != "GET" && request.method != "HEAD")
@@ -108,7 +114,7 @@ void Connection::becomeViewer(Kind viewerKind) {
     sendToViewer(RFB_GREETING);
 }
 
-void Connection::passToLibrary() {
+void Connection::takeFromViewer() {
     bool alive = true;
     if (kind == Kind::WebSocket) {
         std::string answers;
@@ -116,32 +122,63 @@ void Connection::passToLibrary() {
         outgoing += answers;
     } else
         rfb += std::exchange(incoming, "");
-    alive = passGate(rfb) && alive;
+    alive = shakeHands() && passToLibrary() && alive;
     if (!alive)
         closeSoon();
     else
         flush();
 }
 
-bool Connection::passGate(std::string& received) {
-    if (!gate.pass(received, toLibrary))
+bool Connection::shakeHands() {
+    if (trusted || awaitsVerdict)
+        return true;
+    std::string answers;
+    const RfbHandshake::Step step = handshake.take(rfb, answers);
+    queueForViewer(answers);
+    trusted = step == RfbHandshake::Step::Trusted;
+    awaitsVerdict = step == RfbHandshake::Step::Answered;
+    if (awaitsVerdict) {
+        context.loop.cancel(timer);
+        timer =
+            context.loop.after(context.tries.holdBack(peer, handshake.isRight(), nowMs()), [this] { tellVerdict(); });
+    }
+    return step != RfbHandshake::Step::Refused;
+}
+
+void Connection::tellVerdict() {
+    std::string answers;
+    trusted = handshake.tellVerdict(answers) == RfbHandshake::Step::Trusted;
+    awaitsVerdict = false;
+    queueForViewer(answers);
+    if (!trusted)
+        return closeSoon();
+    timer = context.loop.after(HANDSHAKE_MS, [this] { close(); });
+    takeFromViewer();
+}
+
+bool Connection::passToLibrary() {
+    if (!trusted)
+        return true;
+    if (!gate.pass(rfb, toLibrary))
         return false;
     if (gate.isEstablished())
         context.loop.cancel(std::exchange(timer, 0));
-    if (!library.isOpen() && !toLibrary.empty()) {
-        int ends[2] = {};
-        if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends) != 0)
-            return false;
-        library = Descriptor(ends[0]);
-        greetingToSkip = strlen(RFB_GREETING);
-        // The version lies ready before the library sees the viewer: it looks for it at once.
-        if (send(library.get(), toLibrary.data(), toLibrary.size(), MSG_NOSIGNAL) !=
-            static_cast<ssize_t>(toLibrary.size()))
-            return false;
-        toLibrary.clear();
-        context.addViewer(Descriptor(ends[1]));
-        context.loop.watch(library.get(), POLLIN, [this](short /*events*/) { onLibrary(); });
-    }
+    return library.isOpen() || toLibrary.empty() || openLibrary();
+}
+
+bool Connection::openLibrary() {
+    int ends[2] = {};
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends) != 0)
+        return false;
+    library = Descriptor(ends[0]);
+    Descriptor viewer(ends[1]);
+    handshakeToSkip = LIBRARY_HANDSHAKE_BYTES;
+    // Lies ready before the library sees the viewer: it looks for it at once.
+    const std::string prelude = HANDSHAKE_FOR_LIBRARY;
+    if (send(library.get(), prelude.data(), prelude.size(), MSG_NOSIGNAL) != static_cast<ssize_t>(prelude.size()))
+        return false;
+    context.addViewer(std::move(viewer));
+    context.loop.watch(library.get(), POLLIN, [this](short /*events*/) { onLibrary(); });
     return true;
 }
 
@@ -155,14 +192,18 @@ void Connection::onLibrary() {
             closeSoon();
         return;
     }
-    const size_t skipped = std::min(greetingToSkip, static_cast<size_t>(count));
-    greetingToSkip -= skipped;
+    const size_t skipped = std::min(handshakeToSkip, static_cast<size_t>(count));
+    handshakeToSkip -= skipped;
     sendToViewer({bytes + skipped, bytes + count});
 }
 
-void Connection::sendToViewer(const std::string& bytes) {
+void Connection::queueForViewer(const std::string& bytes) {
     if (!bytes.empty())
         outgoing += kind == Kind::WebSocket ? binaryFrame(bytes) : bytes;
+}
+
+void Connection::sendToViewer(const std::string& bytes) {
+    queueForViewer(bytes);
     if (outgoing.size() > MAX_OUTGOING_BYTES)
         close();
     else
@@ -190,7 +231,7 @@ void Connection::flush() {
         close();
         return;
     }
-    const bool maySay = toLibrary.size() < MAX_TO_LIBRARY_BYTES;
+    const bool maySay = toLibrary.size() < MAX_TO_LIBRARY_BYTES && !awaitsVerdict;
     context.loop.change(socket.get(), static_cast<short>((maySay ? POLLIN : 0) | (outgoing.empty() ? 0 : POLLOUT)));
     if (library.isOpen())
         context.loop.change(library.get(), static_cast<short>(POLLIN | (mayPass && !toLibrary.empty() ? POLLOUT : 0)));

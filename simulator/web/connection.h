@@ -5,12 +5,15 @@
 
 #include "simulator/descriptor.h"
 #include "simulator/event_loop.h"
+#include "simulator/web/password_tries.h"
 #include "simulator/web/rfb_gate.h"
+#include "simulator/web/rfb_handshake.h"
 #include "simulator/web/static_files.h"
 #include "simulator/web/websocket.h"
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace ostrel {
 
@@ -18,7 +21,9 @@ namespace ostrel {
 struct WebContext {
     EventLoop& loop;
     StaticFiles files;
-    int port;
+    const VncPassword* password; // null: nobody is asked for one
+    PasswordTries& tries;
+    std::vector<std::string> names; // what the panel's address may be called
     std::function<void(Descriptor)> addViewer;
 };
 
@@ -26,8 +31,8 @@ class Connection {
   public:
     using Closed = std::function<void()>;
 
-    // `closed` is called once, last; it may destroy the connection.
-    Connection(Descriptor connected, const WebContext& context, Closed closed);
+    // `peer` tells apart who tries passwords. `closed` is called once, last; it may destroy the connection.
+    Connection(Descriptor connected, std::string peer, const WebContext& context, Closed closed);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -47,8 +52,12 @@ class Connection {
     void understand();
     void answerRequest();
     void becomeViewer(Kind viewerKind);
-    void passToLibrary();
-    bool passGate(std::string& received);
+    void takeFromViewer();
+    bool shakeHands();
+    void tellVerdict();
+    bool passToLibrary();
+    bool openLibrary();
+    void queueForViewer(const std::string& bytes);
     void sendToViewer(const std::string& bytes);
     void flush();
     void closeSoon();
@@ -56,15 +65,19 @@ class Connection {
 
     const WebContext& context;
     Descriptor socket;
+    std::string peer;
     Closed closed;
     Kind kind = Kind::Unknown;
-    std::string incoming;      // from the network, not understood yet
-    std::string outgoing;      // to the network
-    std::string rfb;           // what a WebSocket carried, not passed yet
-    std::string toLibrary;     // passed, not taken yet
-    size_t greetingToSkip = 0; // the library's own greeting, which was sent long before
+    std::string incoming;       // from the network, not understood yet
+    std::string outgoing;       // to the network
+    std::string rfb;            // what a viewer says, not understood yet
+    std::string toLibrary;      // passed, not taken yet
+    size_t handshakeToSkip = 0; // the library's own, which was made long before
+    bool trusted = false;
+    bool awaitsVerdict = false;
     bool closing = false;
     WebSocketDecoder webSocket;
+    RfbHandshake handshake;
     RfbGate gate;
     Descriptor library;
     EventLoop::Timer timer = 0;

@@ -7,12 +7,6 @@
 namespace ostrel {
 namespace {
 
-std::string lowerCase(std::string text) {
-    std::transform(
-        text.begin(), text.end(), text.begin(), [](unsigned char c) { return static_cast<char>(tolower(c)); });
-    return text;
-}
-
 std::string trimmed(const std::string& text) {
     const size_t begin = text.find_first_not_of(" \t");
     return begin == std::string::npos ? "" : text.substr(begin, text.find_last_not_of(" \t") - begin + 1);
@@ -48,6 +42,12 @@ bool readLines(const std::string& head, HttpRequest& request) {
 }
 
 } // namespace
+
+std::string lowerCase(std::string text) {
+    std::transform(
+        text.begin(), text.end(), text.begin(), [](unsigned char c) { return static_cast<char>(tolower(c)); });
+    return text;
+}
 
 std::string HttpRequest::header(const char* name) const {
     const auto found = headers.find(name);

@@ -20,6 +20,9 @@ struct HttpRequest {
     bool hasWord(const char* name, const std::string& word) const;
 };
 
+// The letters of ASCII; the others stay.
+std::string lowerCase(std::string text);
+
 enum class HttpResult { Incomplete, Complete, Malformed };
 
 // Reads a request from the beginning of `bytes` and removes it from there when it is complete. Longer ones than

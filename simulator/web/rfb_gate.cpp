@@ -1,13 +1,10 @@
 #include "simulator/web/rfb_gate.h"
 
 #include <algorithm>
-#include <cctype>
 
 namespace ostrel {
 namespace {
 
-constexpr size_t VERSION_BYTES = 12;
-constexpr size_t PASSWORD_BYTES = 16;
 constexpr size_t MAX_ENCODINGS = 1024;
 constexpr uint32_t MAX_CUT_TEXT = 1U << 20;
 
@@ -62,56 +59,14 @@ void move(std::string& from, size_t count, std::string& to) {
 } // namespace
 
 bool RfbGate::pass(std::string& bytes, std::string& accepted) {
+    if (!established && !bytes.empty()) { // ClientInit is one byte
+        move(bytes, 1, accepted);
+        established = true;
+    }
     Step step = Step::Passed;
     while (step == Step::Passed && !bytes.empty())
-        step = passNext(bytes, accepted);
+        step = passMessage(bytes, accepted);
     return step != Step::Refused;
-}
-
-RfbGate::Step RfbGate::passNext(std::string& bytes, std::string& accepted) {
-    switch (stage) {
-    case Stage::Version:
-        return passVersion(bytes, accepted);
-    case Stage::Security:
-        return passSecurity(bytes, accepted);
-    case Stage::Password:
-        if (bytes.size() < PASSWORD_BYTES)
-            return Step::Incomplete;
-        move(bytes, PASSWORD_BYTES, accepted);
-        stage = Stage::Init;
-        return Step::Passed;
-    case Stage::Init:
-        move(bytes, 1, accepted);
-        stage = Stage::Messages;
-        return Step::Passed;
-    case Stage::Messages:
-        return passMessage(bytes, accepted);
-    }
-    return Step::Refused;
-}
-
-// Versions before 3.7 let the server choose the security; every viewer of the last twenty years knows a later one.
-RfbGate::Step RfbGate::passVersion(std::string& bytes, std::string& accepted) {
-    const std::string known = "RFB 003.00";
-    if (bytes.compare(0, std::min(bytes.size(), known.size()), known, 0, bytes.size()) != 0)
-        return Step::Refused;
-    if (bytes.size() < VERSION_BYTES)
-        return Step::Incomplete;
-    if ((bytes[10] != '7' && bytes[10] != '8') || bytes[11] != '\n')
-        return Step::Refused;
-    move(bytes, VERSION_BYTES, accepted);
-    stage = Stage::Security;
-    return Step::Passed;
-}
-
-RfbGate::Step RfbGate::passSecurity(std::string& bytes, std::string& accepted) {
-    constexpr char NONE = 1;
-    constexpr char PASSWORD = 2;
-    if (bytes[0] != NONE && bytes[0] != PASSWORD)
-        return Step::Refused;
-    stage = bytes[0] == PASSWORD ? Stage::Password : Stage::Init;
-    move(bytes, 1, accepted);
-    return Step::Passed;
 }
 
 RfbGate::Step RfbGate::passMessage(std::string& bytes, std::string& accepted) {

@@ -3,9 +3,9 @@
 #include "simulator/clock.h"
 #include "simulator/failure.h"
 #include "simulator/paths.h"
+#include "simulator/web/origin.h"
 
 #include <algorithm>
-#include <arpa/inet.h>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
@@ -25,26 +25,31 @@ constexpr int64_t CLOSE_LOOK_MS = 1;
 constexpr int64_t CLOSE_LOOKS_FOR_MS = 60;
 constexpr int64_t UNSEEN_LOOK_MS = 500;
 
-sockaddr_in loopback(int port) {
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<uint16_t>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
-}
-
 // On failure the descriptor is closed and `reason` is errno.
-Descriptor bound(int port, int& reason) {
-    Descriptor listener(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+Descriptor bound(const IpAddress& address, int port, int& reason) {
+    Descriptor listener(socket(address.isIpv6() ? AF_INET6 : AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
     const int on = 1;
+    const int off = 0;
     setsockopt(listener.get(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-    const sockaddr_in address = loopback(port);
-    if (bind(listener.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||
+    if (address.isIpv6()) // "::" is for IPv4 too
+        setsockopt(listener.get(), IPPROTO_IPV6, IPV6_V6ONLY, &off, sizeof off);
+    sockaddr_storage place;
+    const socklen_t size = address.fill(place, port);
+    if (!listener.isOpen() || bind(listener.get(), reinterpret_cast<const sockaddr*>(&place), size) != 0 ||
         listen(listener.get(), SOMAXCONN) != 0) {
         reason = errno;
         listener.reset();
     }
     return listener;
+}
+
+int portOf(const Descriptor& listener) {
+    sockaddr_storage place = {};
+    socklen_t size = sizeof place;
+    getsockname(listener.get(), reinterpret_cast<sockaddr*>(&place), &size);
+    return ntohs(
+        place.ss_family == AF_INET6 ? reinterpret_cast<const sockaddr_in6&>(place).sin6_port
+                                    : reinterpret_cast<const sockaddr_in&>(place).sin_port);
 }
 
 StaticFiles pageFiles() {
@@ -56,11 +61,18 @@ StaticFiles pageFiles() {
 
 } // namespace
 
-WebPanel::WebPanel(const std::string& title, int port, EventLoop& loop, Panel& panel, TouchStream& stream)
-    : loop(loop), panel(panel),
-      stream(stream), context{loop, pageFiles(), port, [this](Descriptor socket) { addViewer(std::move(socket)); }},
+WebPanel::WebPanel(const std::string& title, const WebFace& face, EventLoop& loop, Panel& panel, TouchStream& stream)
+    : loop(loop), panel(panel), stream(stream), address(face.address),
+      password(face.password.empty() ? std::nullopt : std::optional<VncPassword>(face.password)),
+      context{
+          loop,
+          pageFiles(),
+          password ? &*password : nullptr,
+          tries,
+          face.address.isLoopback() ? std::vector<std::string>() : namesOfThisMachine(),
+          [this](Descriptor socket) { addViewer(std::move(socket)); }},
       vnc(title) {
-    listenOn(port);
+    listenOn(face.port);
     loop.watch(listener.get(), POLLIN, [this](short /*events*/) { accept(); });
     loop.watch(vnc.pointerDescriptor(), POLLIN, [this](short /*events*/) { point(); });
     look();
@@ -72,36 +84,54 @@ WebPanel::~WebPanel() {
     loop.unwatch(vnc.pointerDescriptor());
 }
 
-void WebPanel::listenOn(int port) {
+void WebPanel::listenOn(int wanted) {
     int reason = 0;
-    listener = bound(port != 0 ? port : USUAL_PORT, reason);
-    if (!listener.isOpen() && port == 0)
-        listener = bound(0, reason);
+    listener = bound(address, wanted != 0 ? wanted : USUAL_PORT, reason);
+    if (!listener.isOpen() && wanted == 0 && reason == EADDRINUSE)
+        listener = bound(address, 0, reason);
     if (!listener.isOpen() && reason == EADDRINUSE)
         throw Failure(
-            "port " + std::to_string(port) + " is taken; choose another one with --web=PORT, or --web for any");
+            "port " + std::to_string(wanted) + " is taken; choose another one with --web=PORT, or --web for any");
+    if (!listener.isOpen() && reason == EADDRNOTAVAIL)
+        throw Failure(
+            "this machine does not have the address " + address.text() +
+            "; choose one of its own with --address, or 0.0.0.0 for all of them");
     if (!listener.isOpen())
-        throw systemFailure("cannot listen on port " + std::to_string(port), reason);
-    sockaddr_in address = {};
-    socklen_t size = sizeof address;
-    getsockname(listener.get(), reinterpret_cast<sockaddr*>(&address), &size);
-    context.port = ntohs(address.sin_port);
+        throw systemFailure(
+            "cannot listen on port " + std::to_string(wanted != 0 ? wanted : USUAL_PORT) + " of " + address.text(),
+            reason);
+    port = portOf(listener);
 }
 
-std::string WebPanel::address() const {
-    return "http://127.0.0.1:" + std::to_string(context.port) + "/";
+std::string WebPanel::url(const IpAddress& at) const {
+    return "http://" + at.inUrl() + ":" + std::to_string(port) + "/";
+}
+
+std::string WebPanel::whereabouts() const {
+    if (!address.isWildcard())
+        return url(address);
+    std::string places = url(IpAddress()) + " on this machine";
+    for (const IpAddress& other : addressesOfThisMachine())
+        if (address.isIpv6() || !other.isIpv6())
+            places += " and at " + url(other);
+    return places;
 }
 
 void WebPanel::accept() {
-    Descriptor socket(accept4(listener.get(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
-    if (!socket.isOpen())
+    sockaddr_storage from = {};
+    socklen_t size = sizeof from;
+    auto* const peer = reinterpret_cast<sockaddr*>(&from);
+    Descriptor socket(accept4(listener.get(), peer, &size, SOCK_CLOEXEC | SOCK_NONBLOCK));
+    const std::optional<IpAddress> viewer = IpAddress::of(peer);
+    if (!socket.isOpen() || !viewer)
         return;
     const int on = 1;
     setsockopt(socket.get(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
     setsockopt(socket.get(), SOL_SOCKET, SO_KEEPALIVE, &on, sizeof on);
     makeRoom();
     const auto place = connections.insert(connections.end(), nullptr);
-    *place = std::make_unique<Connection>(std::move(socket), context, [this, place] { connections.erase(place); });
+    *place = std::make_unique<Connection>(
+        std::move(socket), viewer->neighbourhood(), context, [this, place] { connections.erase(place); });
 }
 
 // Whoever has not got anywhere for longest makes room for a new one; with nothing but viewers, the oldest of them.

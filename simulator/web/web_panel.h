@@ -1,4 +1,4 @@
-// The panel for browsers and VNC viewers, on one loopback port.
+// The panel for browsers and VNC viewers, on one port.
 #ifndef OSTREL_SIMULATOR_WEB_WEB_PANEL_H
 #define OSTREL_SIMULATOR_WEB_WEB_PANEL_H
 
@@ -6,27 +6,37 @@
 #include "simulator/panel.h"
 #include "simulator/touch_stream.h"
 #include "simulator/web/connection.h"
+#include "simulator/web/ip_address.h"
 #include "simulator/web/vnc_server.h"
 
 #include <list>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace ostrel {
 
+// Where the panel is shown and to whom.
+struct WebFace {
+    IpAddress address;
+    int port;             // 0: 6080, or any free one when that is taken
+    std::string password; // empty: nobody is asked for one
+};
+
 class WebPanel {
   public:
-    // Listens on `port` of 127.0.0.1; 0: on 6080, or any free one when that is taken. Throws Failure.
-    WebPanel(const std::string& title, int port, EventLoop& loop, Panel& panel, TouchStream& stream);
+    // Listens at once. Throws Failure.
+    WebPanel(const std::string& title, const WebFace& face, EventLoop& loop, Panel& panel, TouchStream& stream);
     ~WebPanel();
     WebPanel(const WebPanel&) = delete;
     WebPanel& operator=(const WebPanel&) = delete;
 
-    // "http://127.0.0.1:6080/"
-    std::string address() const;
+    // "http://127.0.0.1:6080/", or all the addresses where the panel is, and for whom.
+    std::string whereabouts() const;
 
   private:
     void listenOn(int port);
+    std::string url(const IpAddress& at) const;
     void accept();
     void makeRoom();
     void addViewer(Descriptor socket);
@@ -38,6 +48,10 @@ class WebPanel {
     EventLoop& loop;
     Panel& panel;
     TouchStream& stream;
+    IpAddress address;
+    int port = 0;
+    std::optional<VncPassword> password;
+    PasswordTries tries;
     WebContext context;
     VncServer vnc;
     Descriptor listener;

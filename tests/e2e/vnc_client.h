@@ -4,18 +4,21 @@
 
 #include "simulator/clock.h"
 #include "simulator/descriptor.h"
+#include "simulator/web/ip_address.h"
 #include "tests/e2e/simulator_run.h"
 
-#include <arpa/inet.h>
 #include <csignal>
 #include <functional>
-#include <netinet/in.h>
-#include <poll.h>
+#include <rfb/rfb.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 
-// Looks every few milliseconds whether `isSo`, for ten seconds.
-inline bool within10s(const std::function<bool()>& isSo) {
-    for (const int64_t end = ostrel::nowMs() + 10000; ostrel::nowMs() < end; usleep(5000))
+// How long a busy machine may take for anything.
+constexpr int PATIENCE_S = 120;
+
+// Looks every few milliseconds whether `isSo`, as long as there is patience.
+inline bool eventually(const std::function<bool()>& isSo) {
+    for (const int64_t end = ostrel::nowMs() + 1000 * PATIENCE_S; ostrel::nowMs() < end; usleep(5000))
         if (isSo())
             return true;
     return isSo();
@@ -24,21 +27,27 @@ inline bool within10s(const std::function<bool()>& isSo) {
 // The probe in a simulator with a web panel, on any free port.
 class RunningSimulator {
   public:
-    explicit RunningSimulator(const std::string& probeArguments) {
+    // `options` as for a shell; with a `password`, its file is "secret".
+    explicit RunningSimulator(
+        const std::string& probeArguments, const std::string& options = "", const std::string& password = "") {
+        if (!password.empty())
+            desk.write("secret", password + "\n");
+        chmod(desk.file("secret").c_str(), 0600);
         const std::string command = "cd '" + desk.directory.path + "' && OSTREL_ASSETS='" + desk.file("assets") +
-                                    "' exec '" OSTREL_SIM "' --web --state '" + desk.file("state") +
-                                    "' '" OSTREL_PROBE "' " + probeArguments + " >'" + desk.file("output") + "' 2>'" +
-                                    desk.file("errors") + "'";
+                                    "' exec '" OSTREL_SIM "' --web --state '" + desk.file("state") + "' " + options +
+                                    (password.empty() ? "" : " --password-file secret") + " '" OSTREL_PROBE "' " +
+                                    probeArguments + " >'" + desk.file("output") + "' 2>'" + desk.file("errors") + "'";
         pid = fork();
         if (pid == 0) {
             execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
             _exit(127);
         }
-        within10s([&] {
-            const std::string errors = contentOf(desk.file("errors"));
-            const size_t colon = errors.rfind(':');
-            port = colon != std::string::npos && errors.back() == '\n'
-                       ? static_cast<int>(strtol(errors.c_str() + colon + 1, nullptr, 10))
+        eventually([&] {
+            const std::string told = errors();
+            const size_t begin = told.find("the panel is at http://");
+            const size_t end = told.find("/\n", begin);
+            port = begin != std::string::npos && end != std::string::npos
+                       ? static_cast<int>(strtol(told.c_str() + told.rfind(':', end) + 1, nullptr, 10))
                        : 0;
             return port != 0;
         });
@@ -51,6 +60,7 @@ class RunningSimulator {
     RunningSimulator& operator=(const RunningSimulator&) = delete;
 
     std::string output() const { return contentOf(desk.file("output")); }
+    std::string errors() const { return contentOf(desk.file("errors")); }
 
     // Resident memory in KiB.
     long memory() const {
@@ -66,13 +76,12 @@ class RunningSimulator {
 
 class Client {
   public:
-    explicit Client(int port) : socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-        sockaddr_in address = {};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<uint16_t>(port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        connected = connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-        const timeval patience = {10, 0};
+    explicit Client(int port, const ostrel::IpAddress& at = {})
+        : socket(::socket(at.isIpv6() ? AF_INET6 : AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+        sockaddr_storage address;
+        const socklen_t size = at.fill(address, port);
+        connected = connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), size) == 0;
+        const timeval patience = {PATIENCE_S, 0};
         setsockopt(socket.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
     }
 
@@ -80,7 +89,7 @@ class Client {
         return ::send(socket.get(), bytes.data(), bytes.size(), MSG_NOSIGNAL) == static_cast<ssize_t>(bytes.size());
     }
 
-    // Exactly `size` bytes, or less when the connection ends or nothing comes for ten seconds.
+    // Exactly `size` bytes, or less when the connection ends or patience does.
     std::string receive(size_t size) const {
         std::string bytes(size, '\0');
         size_t done = 0;
@@ -94,9 +103,25 @@ class Client {
         return bytes;
     }
 
-    bool shakeHands() const {
-        return receive(12) == "RFB 003.008\n" && send("RFB 003.008\n") && receive(2) == "\x01\x01" && send("\x01") &&
-               receive(4) == std::string(4, '\0') && send("\x01") && receive(24).size() == 24 && receive(5) == "probe";
+    // What the server answers to the password: four zeros when it is right. Without one, it must not ask for any.
+    std::string authenticate(std::string password = "") const {
+        const std::string security = password.empty() ? "\x01" : "\x02";
+        if (receive(12) != "RFB 003.008\n" || !send("RFB 003.008\n") || receive(2) != "\x01" + security ||
+            !send(security))
+            return "no handshake";
+        if (!password.empty()) {
+            std::string challenge = receive(16);
+            if (challenge.size() != 16)
+                return "no challenge";
+            rfbEncryptBytes(reinterpret_cast<unsigned char*>(challenge.data()), password.data());
+            send(challenge);
+        }
+        return receive(4);
+    }
+
+    bool shakeHands(const std::string& password = "") const {
+        return authenticate(password) == std::string(4, '\0') && send("\x01") && receive(24).size() == 24 &&
+               receive(5) == "probe";
     }
 
     bool point(int x, int y, bool pressed) const {

@@ -1,5 +1,4 @@
 #include "simulator/web/http.h"
-#include "simulator/web/origin.h"
 #include "simulator/web/static_files.h"
 #include "tests/unit/simulator/temporary_directory.h"
 
@@ -9,13 +8,6 @@
 using namespace ostrel;
 
 namespace {
-
-HttpRequest requestWith(const std::string& headers) {
-    std::string bytes = "GET / HTTP/1.1\r\n" + headers + "\r\n";
-    HttpRequest request;
-    EXPECT_EQ(readRequest(bytes, request), HttpResult::Complete) << headers;
-    return request;
-}
 
 TEST(Http, ReadsARequestHoweverItArrives) {
     const std::string whole =
@@ -57,27 +49,6 @@ TEST(Http, DoesNotCollectAnEndlessRequest) {
     EXPECT_EQ(readRequest(bytes, request), HttpResult::Incomplete);
     bytes += std::string(300, 'x') + "\r\n\r\n";
     EXPECT_EQ(readRequest(bytes, request), HttpResult::Malformed);
-}
-
-TEST(Origin, IsThePanelsOwnPage) {
-    for (const char* host : {"127.0.0.1:6080", "localhost:6080", "[::1]:6080"}) {
-        EXPECT_TRUE(isForThisPanel(requestWith(std::string("Host: ") + host + "\r\n"), 6080)) << host;
-        EXPECT_TRUE(isFromThisPanel(requestWith(std::string("Origin: http://") + host + "\r\n"), 6080)) << host;
-    }
-    EXPECT_TRUE(isForThisPanel(requestWith("Host: localhost\r\n"), 80));
-    EXPECT_TRUE(isFromThisPanel(requestWith("Host: localhost\r\n"), 80)); // no browser's page
-}
-
-TEST(Origin, OfOthersIsRefused) {
-    for (const char* host :
-         {"", "localhost", "localhost:6081", "evil.example:6080", "127.0.0.1.evil.example:6080", "xlocalhost:6080",
-          "localhost:6080.evil.example"}) {
-        EXPECT_FALSE(isForThisPanel(requestWith(std::string("Host: ") + host + "\r\n"), 6080)) << host;
-        EXPECT_FALSE(isFromThisPanel(requestWith(std::string("Origin: http://") + host + "\r\n"), 6080)) << host;
-    }
-    EXPECT_FALSE(isForThisPanel(requestWith("X: y\r\n"), 6080)); // no Host at all
-    for (const char* origin : {"null", "", "https://localhost:6080", "localhost:6080", "http://localhost:6080/"})
-        EXPECT_FALSE(isFromThisPanel(requestWith(std::string("Origin: ") + origin + "\r\n"), 6080)) << origin;
 }
 
 class StaticFilesTest : public testing::Test {

@@ -47,6 +47,25 @@ TEST(Options, TakeTheirValues) {
     EXPECT_FALSE(options.fresh);
 }
 
+TEST(Options, ForOtherMachinesAreForTheWebPanel) {
+    const Options options = parseOptions({"--address", "192.168.1.20", "--password-file", "secret", "--script=x", "p"});
+    EXPECT_EQ(options.face, Face::Web);
+    EXPECT_EQ(options.address.text(), "192.168.1.20");
+    EXPECT_EQ(options.passwordFile, "secret");
+    EXPECT_EQ(parseOptions({"p"}).address.text(), "127.0.0.1");
+    EXPECT_EQ(parseOptions({"--address=[::]", "--password-file=secret", "p"}).address.text(), "::");
+}
+
+TEST(Options, LetOnlyThisMachineInWithoutAPassword) {
+    for (const char* own : {"127.0.0.1", "127.1.2.3", "::1", "[::1]"})
+        EXPECT_EQ(parseOptions({"--address", own, "p"}).face, Face::Web) << own;
+    for (const char* other : {"0.0.0.0", "::", "192.168.1.20", "128.0.0.1", "::ffff:127.0.0.1", "fd00::2"})
+        EXPECT_EQ(
+            refusal({"--address", other, "p"}),
+            std::string("--address ") + other +
+                " lets other machines touch the panel: add --password-file FILE; see ostrel-sim --help");
+}
+
 TEST(Options, RefuseWhatMakesNoSense) {
     const struct {
         Words words;
@@ -69,6 +88,12 @@ TEST(Options, RefuseWhatMakesNoSense) {
         {{"--web=http", "p"}, "--web needs a number from 1 to 65535, not 'http'"},
         {{"--speed=0", "p"}, "--speed needs a number from 0.01 to 1000, not '0'"},
         {{"--speed=nan", "p"}, "--speed needs a number from 0.01 to 1000, not 'nan'"},
+        {{"--address", "desk", "p"},
+         "--address needs an IP address such as 192.168.1.20, or 0.0.0.0 for all, not 'desk'"},
+        {{"--address=fe80::1", "p"},
+         "--address needs an IP address such as 192.168.1.20, or 0.0.0.0 for all, not 'fe80::1'"},
+        {{"--password-file"}, "--password-file needs FILE"},
+        {{"--headless", "--password-file=x", "p"}, "--address and --password-file are for the web panel, --web"},
         {{"--headless", "--web", "p"}, "--headless and --web exclude each other"},
     };
     for (const auto& [words, sentence] : cases)
