@@ -2,7 +2,6 @@
 #include "apps/language/picker.h"
 
 #include <cstdlib>
-#include <ostrel.h>
 
 namespace {
 
@@ -29,7 +28,7 @@ int main() {
         int x = 0;
         int y = 0;
         if (waitForTouch(&x, &y))
-            touchPicker(x, y);
+            pickerPage().getTouch(x, y);
     }
     return 0;
 }

@@ -3,7 +3,6 @@
 #include "apps/language/installed.h"
 
 #include <algorithm>
-#include <ostrel.h>
 
 namespace {
 
@@ -178,8 +177,8 @@ void drawPicker() {
     page.draw();
 }
 
-void touchPicker(int x, int y) {
-    page.getTouch(x, y);
+Screen& pickerPage() {
+    return page;
 }
 
 bool isPickerOver() {

@@ -3,6 +3,8 @@
 #include "confirm.h"
 #include "entry.h"
 
+#include <iterator>
+
 namespace {
 
 const Page* const PAGES[] = {
@@ -83,6 +85,10 @@ void redrawPage() {
 
 const Page& shownPage() {
     return *shown;
+}
+
+std::vector<const Page*> allPages() {
+    return {std::begin(PAGES), std::end(PAGES)};
 }
 
 void touchPage(int x, int y) {

@@ -4,7 +4,6 @@
 
 #include <cerrno>
 #include <fstream>
-#include <ostrel.h>
 
 namespace {
 
@@ -54,7 +53,7 @@ class LanguagePicker : public Desk {
     }
 
     std::string touch(const Point& at) {
-        touchPicker(at.x, at.y);
+        pickerPage().getTouch(at.x, at.y);
         return display().take();
     }
 
