@@ -9,8 +9,8 @@ namespace {
 
 enum { LINES = 3, YES = LINES, NO };
 Widget widgets[] = {
-    {wType.kind7, 8, 50, 0, 0, 1, 304, 26, 20, 1, L""},  {wType.kind7, 8, 78, 0, 0, 1, 304, 26, 20, 1, L""},
-    {wType.kind7, 8, 106, 0, 0, 1, 304, 26, 20, 1, L""}, {wType.kind0, 8, 142, 0, 0, 0, 304, 42, 20, 1, L""},
+    {wType.kind7, 18, 50, 0, 0, 1, 294, 26, 20, 1, L""},  {wType.kind7, 18, 78, 0, 0, 1, 294, 26, 20, 1, L""},
+    {wType.kind7, 18, 106, 0, 0, 1, 294, 26, 20, 1, L""}, {wType.kind0, 8, 142, 0, 0, 0, 304, 42, 20, 1, L""},
     {wType.kind0, 8, 190, 0, 0, 0, 304, 42, 20, 1, L""},
 };
 Screen screen(L"");
@@ -46,7 +46,7 @@ void retext() {
 
 } // namespace
 
-extern const Page confirmPage{&screen, prepare, retext, nullptr, nullptr, nullptr, nullptr};
+const Page confirmPage{&screen, prepare, retext, nullptr, nullptr, nullptr, nullptr};
 
 void ask(const Question& question, void (*onYes)()) {
     asking = &shownPage();

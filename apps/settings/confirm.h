@@ -1,4 +1,4 @@
-// A page that asks: a title, up to three lines of 300 pixels at 20 pixels, and two buttons.
+// A page that asks: a title, up to three lines of 290 pixels at 20 pixels, and two buttons.
 #ifndef OSTREL_APPS_SETTINGS_CONFIRM_H
 #define OSTREL_APPS_SETTINGS_CONFIRM_H
 

@@ -20,8 +20,8 @@ struct Row {
 
 // Line by line. A page that is not there has a row that cannot be touched.
 constexpr Row ROWS[] = {
-    {"wifi_title", nullptr},   {"network_title", nullptr}, {"screen_title", nullptr},
-    {"backup_title", nullptr}, {"about_title", nullptr},   {"restart_title", nullptr},
+    {"wifi_title", &wifiPage}, {"network_title", &networkPage}, {"screen_title", nullptr},
+    {"backup_title", nullptr}, {"about_title", nullptr},        {"restart_title", nullptr},
 };
 static_assert(std::size(ROWS) == std::size(rows), "one widget a row");
 
@@ -52,4 +52,4 @@ void retext() {
 
 } // namespace
 
-extern const Page homePage{&screen, prepare, retext, nullptr, nullptr, nullptr, nullptr};
+const Page homePage{&screen, prepare, retext, nullptr, nullptr, nullptr, nullptr};

@@ -10,6 +10,8 @@ namespace {
 const Page* const PAGES[] = {
     &homePage,
     &confirmPage,
+    &wifiPage,
+    &networkPage,
 };
 
 const Page* shown = nullptr;
@@ -39,6 +41,10 @@ void leaveHome() {
 }
 
 } // namespace
+
+PageTable allPages() {
+    return {std::begin(PAGES), std::end(PAGES)};
+}
 
 void preparePages() {
     for (const Page* const page : PAGES) {

@@ -32,6 +32,15 @@ struct Page {
     const Page* back;
 };
 
+// The table: all pages, `for (const Page* const page : allPages())`.
+struct PageTable {
+    const Page* const* first;
+    const Page* const* behind;
+    const Page* const* begin() const { return first; }
+    const Page* const* end() const { return behind; }
+};
+PageTable allPages();
+
 // Prepares all pages and gives them their texts. Call it once, before anything else here. closePages is the last call:
 // from then on nothing draws.
 void preparePages();
@@ -75,5 +84,7 @@ Widget* linked(Widget (&widgets)[COUNT]) {
 
 extern const Page homePage;
 extern const Page confirmPage;
+extern const Page wifiPage;
+extern const Page networkPage;
 
 #endif

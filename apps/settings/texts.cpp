@@ -46,6 +46,6 @@ void entitle(Screen& page, const char* key) {
 std::string utf8Of(const wchar_t* text) {
     const size_t length = std::wcslen(text);
     std::string bytes(6 * length + 1, '\0');
-    bytes.resize(wchar_to_utf8(text, length, &bytes[0], bytes.size() - 1, UTF8_DROP_INVALID));
+    bytes.resize(wchar_to_utf8(text, length, bytes.data(), bytes.size() - 1, UTF8_DROP_INVALID));
     return bytes;
 }
