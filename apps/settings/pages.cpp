@@ -93,10 +93,6 @@ const Page& shownPage() {
     return *shown;
 }
 
-std::vector<const Page*> allPages() {
-    return {std::begin(PAGES), std::end(PAGES)};
-}
-
 void touchPage(int x, int y) {
     shown->screen->getTouch(x, y);
 }
