@@ -42,10 +42,6 @@ void leaveHome() {
 
 } // namespace
 
-PageTable allPages() {
-    return {std::begin(PAGES), std::end(PAGES)};
-}
-
 void preparePages() {
     for (const Page* const page : PAGES) {
         page->prepare();

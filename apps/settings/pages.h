@@ -30,15 +30,6 @@ struct Page {
     const Page* back;
 };
 
-// The table: all pages, `for (const Page* const page : allPages())`.
-struct PageTable {
-    const Page* const* first;
-    const Page* const* behind;
-    const Page* const* begin() const { return first; }
-    const Page* const* end() const { return behind; }
-};
-PageTable allPages();
-
 // Prepares all pages and gives them their texts. Call it once, before anything else here. closePages is the last call:
 // from then on nothing draws.
 void preparePages();
