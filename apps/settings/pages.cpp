@@ -89,6 +89,10 @@ const Page& shownPage() {
     return *shown;
 }
 
+std::vector<const Page*> allPages() {
+    return {std::begin(PAGES), std::end(PAGES)};
+}
+
 void touchPage(int x, int y) {
     shown->screen->getTouch(x, y);
 }

@@ -7,6 +7,8 @@
 
 #include <ostrel.h>
 
+#include <vector>
+
 struct Page {
     Screen* screen;
 
@@ -51,6 +53,9 @@ void redrawPage();
 const Page& shownPage();
 
 void touchPage(int x, int y);
+
+// All pages, the question included: for tests that walk them.
+std::vector<const Page*> allPages();
 
 // After the PIN pad. An open entry is cancelled: whoever knows the PIN need not be the one who typed half a password.
 void unlockPage();
