@@ -5,9 +5,11 @@
 #include "simulator/sandbox.h"
 #include "simulator/state.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <iterator>
 
 namespace ostrel {
 namespace {
@@ -79,15 +81,18 @@ Ending describeEnding(const std::string& path, const LaunchReport& report, const
 }
 
 Ending describeNoView(const std::string& complaint, bool asRoot) {
-    const std::string cannot = "cannot make the program's view of the files";
-    if (complaint.empty())
-        return {exit_status::SIMULATOR_FAILED, cannot + ": bubblewrap ended without a word"};
-    for (const Refusal& refusal : REFUSALS)
-        if (complaint.find(refusal.words) != std::string::npos)
-            return {
-                exit_status::SIMULATOR_FAILED, cannot + ", namespaces are not allowed here (" + complaint + "); " +
-                                                   (asRoot ? refusal.rootCan : refusal.userCan)};
-    return {exit_status::SIMULATOR_FAILED, cannot + ": " + complaint};
+    std::string sentence = "cannot make the program's view of the files";
+    const auto* const refusal = std::find_if(std::begin(REFUSALS), std::end(REFUSALS), [&](const Refusal& row) {
+        return complaint.find(row.words) != std::string::npos;
+    });
+    if (refusal == std::end(REFUSALS))
+        sentence.append(": ").append(complaint.empty() ? "bubblewrap ended without a word" : complaint);
+    else
+        sentence.append(", namespaces are not allowed here (")
+            .append(complaint)
+            .append("); ")
+            .append(asRoot ? refusal->rootCan : refusal->userCan);
+    return {exit_status::SIMULATOR_FAILED, sentence};
 }
 
 } // namespace ostrel
