@@ -12,11 +12,11 @@ export function temporaryDirectory() {
 }
 
 // Starts a program in the simulator, until the test is over. `address` is the one that it prints, `output` grows with
-// what the program says, `ended` gives the exit status.
+// what the program says, `ended` gives the exit status, `state` is its state directory.
 export async function simulate(test, program, options = []) {
   const state = temporaryDirectory();
   const child = spawn(process.env.OSTREL_SIM, ['--web', '--state', state, ...options, ...program]);
-  const simulated = { address: '', output: '', errors: '', ended: null, stop: null };
+  const simulated = { state, address: '', output: '', errors: '', ended: null, stop: null };
   simulated.ended = new Promise((resolve) => child.on('close', (status, signal) => resolve(status ?? signal)));
   simulated.stop = () => {
     child.kill('SIGTERM');
