@@ -17,6 +17,7 @@ Screen screen(L"");
 
 const Page* asking = nullptr;
 const Question* asked = nullptr;
+std::string askedValue;
 
 void answerNo() {
     returnTo(*asking);
@@ -35,11 +36,15 @@ void retext() {
         return;
     const std::string text = asked->text;
     entitle(screen, asked->title);
-    for (int line = 0; line < LINES; ++line)
-        if (line < asked->lines)
-            label(widgets[line], (text + "_q" + std::to_string(line + 1)).c_str());
-        else
+    for (int line = 0; line < LINES; ++line) {
+        const std::string key = text + "_q" + std::to_string(line + 1);
+        if (line >= asked->lines)
             fill(widgets[line], "");
+        else if (line + 1 == asked->lines && !askedValue.empty())
+            label(widgets[line], key.c_str(), askedValue);
+        else
+            label(widgets[line], key.c_str());
+    }
     label(widgets[YES], asked->yes);
     label(widgets[NO], asked->no);
 }
@@ -48,9 +53,10 @@ void retext() {
 
 const Page confirmPage{&screen, prepare, retext, nullptr, nullptr, nullptr, nullptr};
 
-void ask(const Question& question, void (*onYes)()) {
+void ask(const Question& question, void (*onYes)(), const std::string& value) {
     asking = &shownPage();
     asked = &question;
+    askedValue = value;
     widgets[YES].callback = onYes;
     widgets[YES].record.type = question.isDangerous ? wType.kind9 : wType.kind0;
     retext();

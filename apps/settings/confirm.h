@@ -2,6 +2,8 @@
 #ifndef OSTREL_APPS_SETTINGS_CONFIRM_H
 #define OSTREL_APPS_SETTINGS_CONFIRM_H
 
+#include <string>
+
 struct Question {
     const char* title; // keys of texts
     const char* text;  // its lines are the texts TEXT_q1, TEXT_q2, ...
@@ -12,7 +14,7 @@ struct Question {
 };
 
 // Shows the question. Yes calls `onYes`, which shows a page or begins an entry; no and the back button lead back to the
-// page that is showing now, as it is. `question` must last.
-void ask(const Question& question, void (*onYes)());
+// page that is showing now, as it is. `question` must last. `value` (UTF-8) stands at the right end of the last line.
+void ask(const Question& question, void (*onYes)(), const std::string& value = "");
 
 #endif
