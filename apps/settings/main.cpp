@@ -1,10 +1,12 @@
 // settings: the router's home program. What its owner sets up, on pages.
+#include "idle.h"
 #include "pages.h"
 
 int main() {
     preparePages();
     setLockHandler(unlockPage);
     goHome();
+    followTimeout();
     while (!panelClosed()) {
         int x = 0;
         int y = 0;

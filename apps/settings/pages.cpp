@@ -8,10 +8,7 @@
 namespace {
 
 const Page* const PAGES[] = {
-    &homePage,
-    &confirmPage,
-    &wifiPage,
-    &networkPage,
+    &homePage, &confirmPage, &wifiPage, &networkPage, &screenPage, &pinPage,
 };
 
 const Page* shown = nullptr;

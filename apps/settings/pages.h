@@ -77,5 +77,7 @@ extern const Page homePage;
 extern const Page confirmPage;
 extern const Page wifiPage;
 extern const Page networkPage;
+extern const Page screenPage;
+extern const Page pinPage;
 
 #endif

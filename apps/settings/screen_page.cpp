@@ -1,0 +1,118 @@
+// The screen: when it goes dark, whether a PIN lights it again, and the way to another PIN.
+#include "screen_page.h"
+
+#include "idle.h"
+#include "notice.h"
+#include "pages.h"
+#include "pin_change.h"
+#include "store.h"
+#include "texts.h"
+
+#include <iterator>
+
+namespace {
+
+struct Timeout {
+    const char* key;
+    const char* seconds;
+};
+constexpr Timeout TIMEOUTS[] = {
+    {"screen_30_s", "30"},    {"screen_1_min", "60"},    {"screen_5_min", "300"},
+    {"screen_10_min", "600"}, {"screen_30_min", "1800"}, {"screen_never", NEVER_SECONDS},
+};
+constexpr int TIMEOUT_COUNT = static_cast<int>(std::size(TIMEOUTS));
+
+enum { OFF_AFTER, TIMES, LOCK = TIMES + TIMEOUT_COUNT, CHANGE_PIN, SAVE };
+Widget widgets[] = {
+    {wType.kind7, 8, 45, 0, 0, 0, 304, 20, 17, 1, L""},    {wType.kind3, 8, 67, 0, 0, 0, 100, 36, 17, 1, L""},
+    {wType.kind3, 110, 67, 0, 0, 0, 100, 36, 17, 1, L""},  {wType.kind3, 212, 67, 0, 0, 0, 100, 36, 17, 1, L""},
+    {wType.kind3, 8, 105, 0, 0, 0, 100, 36, 17, 1, L""},   {wType.kind3, 110, 105, 0, 0, 0, 100, 36, 17, 1, L""},
+    {wType.kind3, 212, 105, 0, 0, 0, 100, 36, 17, 1, L""}, {wType.kind4, 8, 149, 0, 0, 0, 304, 40, 20, 1, L""},
+    {wType.kind1, 8, 195, 0, 0, 0, 177, 40, 20, 1, L""},   {wType.kind0, 191, 195, 0, 0, 0, 121, 40, 20, 1, L""},
+};
+static_assert(std::size(widgets) == SAVE + 1, "one widget a name");
+Screen screen(L"");
+
+Batch batch;
+
+bool hasPin() {
+    return isPin(readSetting(setting::PIN));
+}
+
+// One that another program has chosen may be none of these.
+void showValues() {
+    const std::string& seconds = batch.get(setting::SCREEN_TIMEOUT);
+    for (int i = 0; i < TIMEOUT_COUNT; ++i)
+        widgets[TIMES + i].setSelected(seconds == TIMEOUTS[i].seconds ? 1 : 0);
+    widgets[LOCK].setSelected(batch.isOn(setting::SCREEN_LOCK) ? 1 : 0);
+    label(widgets[CHANGE_PIN], hasPin() ? "screen_change_pin" : "screen_choose_pin");
+}
+
+template<int CHOICE>
+void chooseTimeout() {
+    batch.set(setting::SCREEN_TIMEOUT, TIMEOUTS[CHOICE].seconds);
+}
+
+// Nobody could open the lock again otherwise.
+bool canBeLocked() {
+    if (!hasPin())
+        return refuse("screen_no_pin");
+    return lockHandler != nullptr || refuse("screen_no_lock");
+}
+
+void toggleLock() {
+    const bool isOn = widgets[LOCK].record.selected != 0;
+    if (!isOn || canBeLocked()) {
+        batch.setOn(setting::SCREEN_LOCK, isOn);
+    } else {
+        showValues();
+        redrawPage();
+    }
+}
+
+void save() {
+    if (!batch.store())
+        refuse("common_failed");
+    followTimeout();
+    redrawPage();
+}
+
+void prepare() {
+    constexpr void (*CHOOSE[])() = {chooseTimeout<0>, chooseTimeout<1>, chooseTimeout<2>,
+                                    chooseTimeout<3>, chooseTimeout<4>, chooseTimeout<5>};
+    static_assert(std::size(CHOOSE) == std::size(TIMEOUTS), "one callback a choice");
+    preparePage(screen, linked(widgets));
+    for (int i = 0; i < TIMEOUT_COUNT; ++i)
+        widgets[TIMES + i].callback = CHOOSE[i];
+    widgets[LOCK].callback = toggleLock;
+    widgets[CHANGE_PIN].callback = [] { showPage(pinPage); };
+    widgets[SAVE].callback = save;
+}
+
+void retext() {
+    entitle(screen, "screen_title");
+    label(widgets[OFF_AFTER], "screen_off_after");
+    for (int i = 0; i < TIMEOUT_COUNT; ++i)
+        label(widgets[TIMES + i], TIMEOUTS[i].key);
+    label(widgets[LOCK], "screen_lock");
+    label(widgets[CHANGE_PIN], hasPin() ? "screen_change_pin" : "screen_choose_pin");
+    label(widgets[SAVE], "common_save");
+}
+
+void open() {
+    batch.discard();
+    showValues();
+}
+
+} // namespace
+
+extern const Page screenPage{&screen, prepare, retext, open, nullptr, screenPageIsChanged, nullptr};
+
+void returnToScreenPage() {
+    showValues();
+    returnTo(screenPage);
+}
+
+bool screenPageIsChanged() {
+    return batch.changed();
+}
