@@ -8,7 +8,7 @@
 namespace {
 
 const Page* const PAGES[] = {
-    &homePage, &confirmPage, &wifiPage, &networkPage, &screenPage, &pinPage,
+    &homePage, &confirmPage, &wifiPage, &networkPage, &screenPage, &pinPage, &backupPage,
 };
 
 const Page* shown = nullptr;

@@ -79,5 +79,6 @@ extern const Page wifiPage;
 extern const Page networkPage;
 extern const Page screenPage;
 extern const Page pinPage;
+extern const Page backupPage;
 
 #endif

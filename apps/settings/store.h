@@ -17,6 +17,7 @@ struct Setting {
 
 namespace setting {
 
+constexpr Setting LANGUAGE{Section::Main, "Language"};
 constexpr Setting SCREEN_LOCK{Section::Main, "ScreenLock"};
 constexpr Setting PIN{Section::Main, "PIN"};
 constexpr Setting WIFI_NAME{Section::Main, "WifiName"};
