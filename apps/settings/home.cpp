@@ -21,7 +21,7 @@ struct Row {
 // Line by line. A page that is not there has a row that cannot be touched.
 constexpr Row ROWS[] = {
     {"wifi_title", &wifiPage},     {"network_title", &networkPage}, {"screen_title", &screenPage},
-    {"backup_title", &backupPage}, {"about_title", nullptr},        {"restart_title", nullptr},
+    {"backup_title", &backupPage}, {"about_title", &aboutPage},     {"restart_title", &restartPage},
 };
 static_assert(std::size(ROWS) == std::size(rows), "one widget a row");
 

@@ -8,7 +8,7 @@
 namespace {
 
 const Page* const PAGES[] = {
-    &homePage, &confirmPage, &wifiPage, &networkPage, &screenPage, &pinPage, &backupPage,
+    &homePage, &confirmPage, &wifiPage, &networkPage, &screenPage, &pinPage, &backupPage, &aboutPage, &restartPage,
 };
 
 const Page* shown = nullptr;

@@ -80,5 +80,7 @@ extern const Page networkPage;
 extern const Page screenPage;
 extern const Page pinPage;
 extern const Page backupPage;
+extern const Page aboutPage;
+extern const Page restartPage;
 
 #endif

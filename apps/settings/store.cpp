@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr int RESTART_SECONDS = 20; // until the restarted services answer again
 constexpr int BOXED_NOTE = 1;
 
 void add(const Setting& setting, const std::string& value) {

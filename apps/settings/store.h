@@ -32,6 +32,8 @@ constexpr Setting SCREEN_TIMEOUT{Section::Rtdev, "ScreenTimeout"};
 
 } // namespace setting
 
+constexpr int RESTART_SECONDS = 20; // until the services answer again after a commit
+
 // What is stored now; empty when there is none.
 std::string readSetting(const Setting& setting);
 
