@@ -7,9 +7,9 @@ namespace {
 
 enum { VERSION, LANGUAGE, ADDRESS };
 Widget widgets[] = {
-    {wType.kind7, 8, 52, 0, 0, 1, 304, 40, 20, 1, L""},
-    {wType.kind7, 8, 96, 0, 0, 1, 304, 40, 20, 1, L""},
-    {wType.kind7, 8, 140, 0, 0, 1, 304, 40, 20, 1, L""},
+    {wType.kind7, 18, 52, 0, 0, 1, 294, 40, 20, 1, L""},
+    {wType.kind7, 18, 96, 0, 0, 1, 294, 40, 20, 1, L""},
+    {wType.kind7, 18, 140, 0, 0, 1, 294, 40, 20, 1, L""},
 };
 Screen screen(L"");
 
@@ -34,4 +34,4 @@ void retext() {
 
 } // namespace
 
-extern const Page aboutPage{&screen, prepare, retext, showValues, nullptr, nullptr, nullptr};
+const Page aboutPage{&screen, prepare, retext, showValues, nullptr, nullptr, nullptr};

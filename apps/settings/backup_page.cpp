@@ -12,8 +12,8 @@ namespace {
 
 enum { TEXT_LINES = 3, SAVE = TEXT_LINES, RESTORE };
 Widget widgets[] = {
-    {wType.kind7, 8, 48, 0, 0, 0, 304, 24, 17, 1, L""},  {wType.kind7, 8, 72, 0, 0, 0, 304, 24, 17, 1, L""},
-    {wType.kind7, 8, 96, 0, 0, 0, 304, 24, 17, 1, L""},  {wType.kind0, 8, 136, 0, 0, 0, 304, 44, 20, 1, L""},
+    {wType.kind7, 18, 48, 0, 0, 0, 294, 24, 17, 1, L""}, {wType.kind7, 18, 72, 0, 0, 0, 294, 24, 17, 1, L""},
+    {wType.kind7, 18, 96, 0, 0, 0, 294, 24, 17, 1, L""}, {wType.kind0, 8, 136, 0, 0, 0, 304, 44, 20, 1, L""},
     {wType.kind0, 8, 188, 0, 0, 0, 304, 44, 20, 1, L""},
 };
 Screen screen(L"");
@@ -151,4 +151,4 @@ void retext() {
 
 } // namespace
 
-extern const Page backupPage{&screen, prepare, retext, nullptr, nullptr, nullptr, nullptr};
+const Page backupPage{&screen, prepare, retext, nullptr, nullptr, nullptr, nullptr};

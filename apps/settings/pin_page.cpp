@@ -14,7 +14,7 @@ constexpr int KEYPAD = 0; // the keyboard's layout
 
 enum { HINT, CURRENT, NEW, REPEATED };
 Widget widgets[] = {
-    {wType.kind7, 8, 48, 0, 0, 0, 304, 34, 17, 1, L""},
+    {wType.kind7, 18, 48, 0, 0, 0, 294, 34, 17, 1, L""},
     {wType.kind2, 8, 86, 0, 0, 0, 304, 44, 20, 1, L""},
     {wType.kind2, 8, 136, 0, 0, 0, 304, 44, 20, 1, L""},
     {wType.kind2, 8, 186, 0, 0, 0, 304, 44, 20, 1, L""},
@@ -127,4 +127,4 @@ void open() {
 
 } // namespace
 
-extern const Page pinPage{&screen, prepare, retext, open, nullptr, screenPageIsChanged, nullptr};
+const Page pinPage{&screen, prepare, retext, open, nullptr, screenPageIsChanged, nullptr};

@@ -9,9 +9,9 @@ constexpr int BOXED_NOTE = 1;
 
 enum { TEXT_LINES = 3, RESTART = TEXT_LINES };
 Widget widgets[] = {
-    {wType.kind7, 8, 56, 0, 0, 1, 304, 28, 20, 1, L""},
-    {wType.kind7, 8, 86, 0, 0, 1, 304, 28, 20, 1, L""},
-    {wType.kind7, 8, 116, 0, 0, 1, 304, 28, 20, 1, L""},
+    {wType.kind7, 18, 56, 0, 0, 1, 294, 28, 20, 1, L""},
+    {wType.kind7, 18, 86, 0, 0, 1, 294, 28, 20, 1, L""},
+    {wType.kind7, 18, 116, 0, 0, 1, 294, 28, 20, 1, L""},
     {wType.kind9, 8, 176, 0, 0, 0, 304, 50, 20, 1, L""},
 };
 Screen screen(L"");
@@ -42,4 +42,4 @@ void retext() {
 
 } // namespace
 
-extern const Page restartPage{&screen, prepare, retext, nullptr, nullptr, nullptr, nullptr};
+const Page restartPage{&screen, prepare, retext, nullptr, nullptr, nullptr, nullptr};

@@ -24,7 +24,7 @@ constexpr int TIMEOUT_COUNT = static_cast<int>(std::size(TIMEOUTS));
 
 enum { OFF_AFTER, TIMES, LOCK = TIMES + TIMEOUT_COUNT, CHANGE_PIN, SAVE };
 Widget widgets[] = {
-    {wType.kind7, 8, 45, 0, 0, 0, 304, 20, 17, 1, L""},    {wType.kind3, 8, 67, 0, 0, 0, 100, 36, 17, 1, L""},
+    {wType.kind7, 18, 45, 0, 0, 0, 294, 20, 17, 1, L""},   {wType.kind3, 8, 67, 0, 0, 0, 100, 36, 17, 1, L""},
     {wType.kind3, 110, 67, 0, 0, 0, 100, 36, 17, 1, L""},  {wType.kind3, 212, 67, 0, 0, 0, 100, 36, 17, 1, L""},
     {wType.kind3, 8, 105, 0, 0, 0, 100, 36, 17, 1, L""},   {wType.kind3, 110, 105, 0, 0, 0, 100, 36, 17, 1, L""},
     {wType.kind3, 212, 105, 0, 0, 0, 100, 36, 17, 1, L""}, {wType.kind4, 8, 149, 0, 0, 0, 304, 40, 20, 1, L""},
@@ -39,18 +39,31 @@ bool hasPin() {
     return isPin(readSetting(setting::PIN));
 }
 
-// One that another program has chosen may be none of these.
-void showValues() {
+// The drafts into the widgets. A timeout that another program has chosen may be none of these.
+void showDrafts() {
     const std::string& seconds = batch.get(setting::SCREEN_TIMEOUT);
     for (int i = 0; i < TIMEOUT_COUNT; ++i)
         widgets[TIMES + i].setSelected(seconds == TIMEOUTS[i].seconds ? 1 : 0);
     widgets[LOCK].setSelected(batch.isOn(setting::SCREEN_LOCK) ? 1 : 0);
     label(widgets[CHANGE_PIN], hasPin() ? "screen_change_pin" : "screen_choose_pin");
+    widgets[SAVE].record.touchable = batch.changed() ? 0 : -1;
+}
+
+void draw() {
+    showDrafts();
+    screen.draw();
+}
+
+// After a touch that has drawn itself.
+void drawSave() {
+    showDrafts();
+    widgets[SAVE].draw();
 }
 
 template<int CHOICE>
 void chooseTimeout() {
     batch.set(setting::SCREEN_TIMEOUT, TIMEOUTS[CHOICE].seconds);
+    drawSave();
 }
 
 // Nobody could open the lock again otherwise.
@@ -64,8 +77,8 @@ void toggleLock() {
     const bool isOn = widgets[LOCK].record.selected != 0;
     if (!isOn || canBeLocked()) {
         batch.setOn(setting::SCREEN_LOCK, isOn);
+        drawSave();
     } else {
-        showValues();
         redrawPage();
     }
 }
@@ -95,21 +108,18 @@ void retext() {
     for (int i = 0; i < TIMEOUT_COUNT; ++i)
         label(widgets[TIMES + i], TIMEOUTS[i].key);
     label(widgets[LOCK], "screen_lock");
-    label(widgets[CHANGE_PIN], hasPin() ? "screen_change_pin" : "screen_choose_pin");
     label(widgets[SAVE], "common_save");
 }
 
 void open() {
     batch.discard();
-    showValues();
 }
 
 } // namespace
 
-extern const Page screenPage{&screen, prepare, retext, open, nullptr, screenPageIsChanged, nullptr};
+const Page screenPage{&screen, prepare, retext, open, draw, screenPageIsChanged, nullptr};
 
 void returnToScreenPage() {
-    showValues();
     returnTo(screenPage);
 }
 
