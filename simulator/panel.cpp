@@ -25,6 +25,7 @@ bool Panel::look() {
     if (next == seen)
         return false;
     seen.swap(next);
+    ++changeCount;
     return true;
 }
 

@@ -27,6 +27,9 @@ class Panel {
     // Looks at the panel; true when it shows something else than at the last look.
     bool look();
 
+    // Counts the looks that saw something else, whoever looked.
+    uint64_t changes() const { return changeCount; }
+
     // What the last look saw.
     const Picture& picture() const { return seen; }
     bool isDark() const;
@@ -41,6 +44,7 @@ class Panel {
     const SharedPage& page;
     Picture seen;
     Picture next;
+    uint64_t changeCount = 0;
 };
 
 // The same colour with 8 bits a channel, so that 0 stays 0 and the largest becomes 255: 0x00RRGGBB.
