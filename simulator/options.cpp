@@ -58,7 +58,7 @@ IpAddress address(const std::string& text) {
 
 void chooseFace(Options& options, Face face) {
     if (options.face != Face::Unchosen && options.face != face)
-        refuse("--headless and --web exclude each other");
+        refuse("--headless, --web and --window exclude each other");
     options.face = face;
 }
 
@@ -66,7 +66,9 @@ void chooseFace(Options& options, Face face) {
 // clang-format off
 constexpr Option OPTIONS[] = {
     // group   name        value            value's name help
-    {"Face",   "web",      Value::Optional, "PORT",      "web browsers and VNC viewers (the default)",
+    {"Face",   "window",   Value::None,     "",          "a window (the default where there is a display)",
+        [](Options& o, const std::string& /*value*/) { chooseFace(o, Face::Window); }},
+    {"Face",   "web",      Value::Optional, "PORT",      "browsers and VNC viewers (the default otherwise)",
         [](Options& o, const std::string& value) { chooseFace(o, Face::Web); if (!value.empty()) o.port = port(value); }},
     {"Face",   "address",  Value::Needed,   "ADDRESS",   "show it to other machines at ADDRESS of this one",
         [](Options& o, const std::string& value) { o.address = address(value); o.isForWeb = true; }},
@@ -170,8 +172,8 @@ Options parseOptions(const std::vector<std::string>& arguments) {
     if (options.program.empty() && !options.help && !options.version)
         refuse("which program? ostrel-sim [options] PROGRAM [ARGUMENTS]");
     checkWebOptions(options);
-    if (options.face == Face::Unchosen)
-        options.face = options.script.empty() ? Face::Web : Face::Headless;
+    if (options.face == Face::Unchosen && !options.script.empty())
+        options.face = Face::Headless;
     return options;
 }
 

@@ -9,14 +9,14 @@
 
 namespace ostrel {
 
-enum class Face { Unchosen, Headless, Web };
+enum class Face { Unchosen, Headless, Web, Window };
 
 struct Options {
     bool help = false;
     bool version = false;
     bool verbose = false;
     bool fresh = false;
-    Face face = Face::Unchosen;
+    Face face = Face::Unchosen; // the window where there is a display, else the web panel
     int port = 0; // 0: any free one
     IpAddress address;
     std::string passwordFile;

@@ -17,6 +17,7 @@
 #include "simulator/touch_stream.h"
 #include "simulator/web/password_file.h"
 #include "simulator/web/web_panel.h"
+#include "simulator/window/sdl_window.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -26,6 +27,7 @@
 #include <optional>
 #include <poll.h>
 #include <sys/signalfd.h>
+#include <utility>
 
 namespace ostrel {
 namespace {
@@ -67,10 +69,7 @@ class Simulator {
         watchSignals();
         if (options.verbose)
             shownLog.emplace(directory.file(state::LOG), loop);
-        if (options.face == Face::Web)
-            web.emplace(
-                std::filesystem::path(path).filename().string(),
-                WebFace{options.address, options.port, passwordFor(options)}, loop, panel, stream);
+        showFace();
         startProgram();
         if (options.verbose || isatty(STDERR_FILENO) != 0)
             progress.watch();
@@ -87,6 +86,25 @@ class Simulator {
         std::vector<std::string> words = options.program;
         words.front() = path;
         return words;
+    }
+
+    void showFace() {
+        const std::string name = std::filesystem::path(path).filename().string();
+        if (options.face == Face::Window || (options.face == Face::Unchosen && hasDisplay()))
+            openWindow(name);
+        if (options.face == Face::Web || (options.face == Face::Unchosen && !window))
+            web.emplace(name, WebFace{options.address, options.port, passwordFor(options)}, loop, panel, stream);
+    }
+
+    // A display that was not asked for by name and is out of reach is no reason to give up.
+    void openWindow(const std::string& name) {
+        try {
+            window.emplace(name, loop, panel, stream, WindowRequests{[this] { close(); }, [this] { restart(); }});
+        } catch (const Failure& failure) {
+            if (options.face == Face::Window)
+                throw;
+            say(failure.what());
+        }
     }
 
     // The program may be started anew in one run; the settings it has not committed are lost only with the power.
@@ -110,6 +128,8 @@ class Simulator {
         view.support = supportDirectory();
         view.asRoot = geteuid() == 0;
         logLine(directory.path().c_str(), "starts %s", path.c_str());
+        if (window)
+            window->setState("running");
         program.start(
             sandboxArguments(view), commandLine(), directory.path(), [this](const Ending& ending) { endRun(ending); });
     }
@@ -129,8 +149,13 @@ class Simulator {
     }
 
     void endRun(const Ending& ending) {
-        loop.stop();
         logLine(directory.path().c_str(), "%s", ending.sentence.c_str());
+        if (std::exchange(restarting, false) && !endingIt) {
+            stream.empty();
+            startProgram();
+            return;
+        }
+        loop.stop();
         if (endingIt) // the simulator's own doing
             return;
         const bool isExpected = player && player->awaitsEnd();
@@ -151,9 +176,30 @@ class Simulator {
         endProgram(failure.empty() ? 0 : exit_status::SCRIPT_FAILED);
     }
 
+    // The panel stays as the program left it, as the router's does.
+    void restart() {
+        if (player) {
+            say("Ctrl+R restarts the program only when no script plays");
+            return;
+        }
+        if (endingIt)
+            return;
+        restarting = true;
+        window->setState("restarting");
+        program.terminate();
+    }
+
+    // A script that is cut short by it has failed.
+    void close() {
+        if (!endingIt)
+            endPlay(player ? player->programEnded({-1, "the window was closed"}) : "");
+    }
+
     void endProgram(int status) {
         endingIt = true;
         exitStatus = status;
+        if (window)
+            window->setState("ending");
         program.terminate();
     }
 
@@ -180,10 +226,12 @@ class Simulator {
     TouchStream stream;
     std::unique_ptr<ScriptPlayer> player;
     std::optional<WebPanel> web;
+    std::optional<SdlWindow> window;
     Program program;
     Progress progress{loop, [this] { return stage(); }, say};
     Descriptor signals;
     bool endingIt = false;
+    bool restarting = false;
     int exitStatus = 0;
 };
 

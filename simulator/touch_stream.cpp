@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <climits>
 #include <cstring>
 #include <ctime>
 #include <fcntl.h>
@@ -74,6 +75,20 @@ void TouchStream::release() {
         return;
     page.penDown = 0;
     put({{EV_KEY, BTN_TOUCH, 0}, {EV_SYN, SYN_REPORT, 0}});
+}
+
+void TouchStream::empty() {
+    std::array<unsigned char, PIPE_BUF> unread = {};
+    release();
+    while (read(pipe.get(), unread.data(), unread.size()) > 0) {
+    }
+    loop.unwatch(pipe.get());
+    dropped = false;
+    page.programs = 0;
+    page.glances = 0;
+    page.waiting = 0;
+    putAtMs = nowMs();
+    wasUsed = false;
 }
 
 void TouchStream::put(Events events) {

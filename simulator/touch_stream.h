@@ -34,6 +34,9 @@ class TouchStream {
     void move(int x, int y);
     void release();
 
+    // For a program that is started anew: the pen is up, and nothing is left to read.
+    void empty();
+
     bool isDown() const { return page.penDown != 0; }
 
     // True when the program has read everything and asks for more: it blocks for it, or has looked four times in vain

@@ -19,8 +19,9 @@ std::string refusal(const Words& words) {
     }
 }
 
-TEST(Options, WithoutAFaceAreTheWebPanel) {
-    EXPECT_EQ(parseOptions({"./gallery"}).face, Face::Web);
+TEST(Options, LeaveTheFaceToTheDisplayUnlessTheyNameOne) {
+    EXPECT_EQ(parseOptions({"./gallery"}).face, Face::Unchosen);
+    EXPECT_EQ(parseOptions({"--window", "./gallery"}).face, Face::Window);
     EXPECT_EQ(parseOptions({"--headless", "./gallery"}).face, Face::Headless);
 }
 
@@ -94,7 +95,8 @@ TEST(Options, RefuseWhatMakesNoSense) {
          "--address needs an IP address such as 192.168.1.20, or 0.0.0.0 for all, not 'fe80::1'"},
         {{"--password-file"}, "--password-file needs FILE"},
         {{"--headless", "--password-file=x", "p"}, "--address and --password-file are for the web panel, --web"},
-        {{"--headless", "--web", "p"}, "--headless and --web exclude each other"},
+        {{"--headless", "--web", "p"}, "--headless, --web and --window exclude each other"},
+        {{"--window", "--web", "p"}, "--headless, --web and --window exclude each other"},
     };
     for (const auto& [words, sentence] : cases)
         EXPECT_EQ(refusal(words), std::string(sentence) + "; see ostrel-sim --help");

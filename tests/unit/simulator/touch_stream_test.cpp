@@ -31,6 +31,26 @@ TEST_F(TouchStreamTest, WritesAStrokeAsADriverDoes) {
     EXPECT_EQ(page.penX, 11);
 }
 
+TEST_F(TouchStreamTest, BeginsAnewForAnotherProgram) {
+    TouchStream stream(fifo, Bits::Unknown, loop, page);
+    const StreamReader reader(fifo);
+    page.programs = 2;
+    page.waiting = 1;
+    page.glances = 3;
+    for (int i = 0; i < 2000; ++i) { // more than the pipe holds
+        stream.press(i % 300, 20);
+        stream.release();
+    }
+    stream.press(10, 20);
+    stream.empty();
+    EXPECT_EQ(page.penDown, 0U);
+    EXPECT_EQ(page.programs + page.waiting + page.glances, 0U);
+    loop.runOnce(0);
+    EXPECT_EQ(reader.read(), "");
+    stream.press(1, 2);
+    EXPECT_EQ(reader.read(), "X1 Y2 down |");
+}
+
 TEST_F(TouchStreamTest, UsesTheProgramsRecordSize) {
     TouchStream narrow(fifo, Bits::ThirtyTwo, loop, page);
     const StreamReader reader(fifo, 16);

@@ -1,0 +1,287 @@
+// The panel in a window, on an X server without a window manager.
+#include "simulator/clock.h"
+#include "simulator/panel.h"
+#include "simulator/png_file.h"
+#include "tests/e2e/simulator_run.h"
+#include "tests/e2e/x_desktop.h"
+
+#include <csignal>
+#include <functional>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr uint32_t SURROUND = 0x26292E;
+const std::string PROBE = "'" OSTREL_PROBE "' ";
+const std::string SETTINGS = "'" OSTREL_SETTINGS_PROBE "' ";
+
+// Looks every few milliseconds whether `isSo`, with the patience that a machine under load needs.
+bool soon(const std::function<bool()>& isSo) {
+    for (const int64_t end = ostrel::nowMs() + 60000; ostrel::nowMs() < end; usleep(5000))
+        if (isSo())
+            return true;
+    return isSo();
+}
+
+// A simulator that runs while the test goes on. `words` stand between --state and the end of the shell's command.
+class Simulated {
+  public:
+    Simulated(const XDesktop& desktop, const std::string& words, const std::string& environment = "") {
+        const std::string command = "cd '" + desk.directory.path + "' && " + environment +
+                                    " DISPLAY=" + desktop.name() + " OSTREL_ASSETS='" + desk.file("assets") +
+                                    "' exec '" OSTREL_SIM "' --state '" + desk.file("state") + "' " + words + " >'" +
+                                    desk.file("output") + "' 2>'" + desk.file("errors") + "'";
+        pid = fork();
+        if (pid == 0) {
+            unsetenv("WAYLAND_DISPLAY");
+            unsetenv("SDL_VIDEODRIVER");
+            execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
+            _exit(127);
+        }
+    }
+    ~Simulated() {
+        if (pid > 0)
+            kill(pid, SIGTERM);
+        status();
+    }
+    Simulated(const Simulated&) = delete;
+    Simulated& operator=(const Simulated&) = delete;
+
+    // Waits for the end; as $? tells it.
+    int status() {
+        if (pid > 0)
+            waitpid(pid, &ended, 0);
+        pid = 0;
+        return WIFEXITED(ended) ? WEXITSTATUS(ended) : 128 + WTERMSIG(ended);
+    }
+
+    std::string output() const { return contentOf(desk.file("output")); }
+    std::string errors() const { return contentOf(desk.file("errors")); }
+    bool says(const std::string& text) const {
+        return soon([&] { return output() == text; });
+    }
+    bool complains(const std::string& text) const {
+        return soon([&] { return errors() == text; });
+    }
+
+    Desk desk;
+    pid_t pid = 0;
+    int ended = 0;
+};
+
+uint32_t painted(int x, int y) {
+    return ostrel::toRgb888(static_cast<uint16_t>((x / 10) << 11 | (y * 63 / 239) << 5 | ((x + y) & 31)));
+}
+
+// The probe's picture, `zoom` times as large with its first pixel at `left`, `top`, and nothing else.
+bool showsProbe(const Seen& seen, int zoom, int left, int top) {
+    for (int y = 0; y < seen.height; ++y)
+        for (int x = 0; x < seen.width; ++x) {
+            const bool isPanel = x >= left && x < left + zoom * 320 && y >= top && y < top + zoom * 240;
+            const uint32_t expected = isPanel ? painted((x - left) / zoom, (y - top) / zoom) : SURROUND;
+            if (seen.at(x, y) != expected)
+                return false;
+        }
+    return seen.width > 0;
+}
+
+class WindowTest : public testing::Test {
+  protected:
+    void SetUp() override { ASSERT_NE(desktop.name(), "") << "Xvfb does not start"; }
+
+    bool isShown() const {
+        return soon([&] { return showsProbe(desktop.look(), 3, 0, 0); });
+    }
+
+    XDesktop desktop;
+};
+
+TEST_F(WindowTest, ShowsEveryColourInBlocksAsLargeAsTheScreenAllows) {
+    const Simulated run(desktop, "--window " + PROBE + "follow 9");
+    EXPECT_TRUE(isShown());
+    EXPECT_EQ(desktop.look().width, 960);
+    EXPECT_EQ(desktop.look().height, 720);
+    EXPECT_EQ(desktop.title(), "probe (running) - ostrel-sim");
+    EXPECT_EQ(run.errors(), "");
+}
+
+TEST_F(WindowTest, IsTheFaceWhereThereIsADisplay) {
+    const Simulated run(desktop, PROBE + "follow 9");
+    EXPECT_TRUE(isShown());
+    EXPECT_EQ(run.errors(), "");
+}
+
+TEST_F(WindowTest, PassesClicksAndDragsOn) {
+    const Simulated run(desktop, "--window " + PROBE + "follow 9");
+    ASSERT_TRUE(isShown());
+    desktop.click(30, 60);
+    EXPECT_TRUE(run.says("down 10 20\nup\n"));
+    desktop.click(959, 719);
+    EXPECT_TRUE(run.says("down 10 20\nup\ndown 319 239\nup\n"));
+    desktop.pointAt(300, 150);
+    desktop.button(true);
+    desktop.pointAt(303, 151);
+    desktop.pointAt(305, 151); // the same pixel of the panel
+    desktop.pointAt(306, 300);
+    desktop.pointAt(-50, 300); // beside the window
+    desktop.pointAt(-60, -60);
+    desktop.button(false);
+    const std::string told = "down 10 20\nup\ndown 319 239\nup\n"
+                             "down 100 50\nmove 101 50\nmove 102 100\nmove 0 100\nmove 0 0\nup\n";
+    EXPECT_TRUE(run.says(told)) << run.output();
+    desktop.pointAt(600, 600);
+    desktop.button(true, 3); // the pen is the left button
+    desktop.button(false, 3);
+    desktop.click(600, 600);
+    EXPECT_TRUE(run.says(told + "down 200 200\nup\n")) << run.output();
+}
+
+TEST_F(WindowTest, FollowsItsSizeWithZoomAndPointer) {
+    const Simulated run(desktop, "--window " + PROBE + "follow 9");
+    ASSERT_TRUE(isShown());
+    desktop.resize(700, 800);
+    EXPECT_TRUE(soon([&] { return showsProbe(desktop.look(), 2, 30, 160); }));
+    desktop.click(29, 160); // the surround
+    desktop.click(50, 200);
+    EXPECT_TRUE(run.says("down 10 20\nup\n")) << run.output();
+    desktop.resize(320, 240);
+    EXPECT_TRUE(soon([&] { return desktop.pixel(319, 239) == painted(319, 239); }));
+    desktop.click(318, 5);
+    EXPECT_TRUE(run.says("down 10 20\nup\ndown 318 5\nup\n")) << run.output();
+    desktop.resize(160, 120); // smaller than the panel, which is shrunk
+    EXPECT_TRUE(soon([&] { return desktop.pixel(159, 119) == painted(318, 238); }));
+    desktop.click(50, 100);
+    EXPECT_TRUE(run.says("down 10 20\nup\ndown 318 5\nup\ndown 100 200\nup\n")) << run.output();
+}
+
+TEST_F(WindowTest, SavesPicturesThatEqualTheScriptsShots) {
+    const Simulated run(desktop, "--window " + PROBE + "follow 9");
+    ASSERT_TRUE(isShown());
+    run.desk.write("probe-2.png", "mine");
+    desktop.pointAt(480, 360);
+    desktop.type(key::F12);
+    EXPECT_TRUE(run.complains("ostrel-sim: saved probe-1.png\n"));
+    desktop.type(key::F12);
+    EXPECT_TRUE(run.complains("ostrel-sim: saved probe-1.png\nostrel-sim: saved probe-3.png\n"));
+    const Desk other;
+    EXPECT_EQ(other.play("shot shot.png\nquit\n", "follow 9").status, 0);
+    EXPECT_EQ(contentOf(run.desk.file("probe-1.png")), contentOf(other.file("shot.png")));
+    EXPECT_EQ(contentOf(run.desk.file("probe-3.png")), contentOf(other.file("shot.png")));
+    EXPECT_EQ(contentOf(run.desk.file("probe-2.png")), "mine");
+    // Each pixel of the panel as the window shows it.
+    const std::vector<uint32_t> saved = ostrel::readPng(run.desk.file("probe-1.png"));
+    const Seen seen = desktop.look();
+    ASSERT_EQ(seen.width, 960);
+    for (int y = 0; y < 240; ++y)
+        for (int x = 0; x < 320; ++x)
+            ASSERT_EQ(saved[static_cast<size_t>(y * 320 + x)], seen.at(3 * x + 1, 3 * y + 1)) << x << "," << y;
+}
+
+TEST_F(WindowTest, IsDarkWhileThePanelIs) {
+    const Simulated run(
+        desktop, "--window sh -c \"" + PROBE + "follow 1; " + SETTINGS + "backlight 11; " + PROBE + "follow 1; " +
+                     SETTINGS + "backlight 10; " + PROBE + "follow 9\"");
+    ASSERT_TRUE(isShown());
+    EXPECT_EQ(desktop.title(), "sh (running) - ostrel-sim");
+    desktop.click(30, 60);
+    EXPECT_TRUE(soon([&] { return desktop.title() == "sh (running, panel dark) - ostrel-sim"; }));
+    EXPECT_TRUE(soon([&] {
+        const Seen seen = desktop.look();
+        return seen.pixels == std::vector<uint32_t>(960 * 720, 0);
+    }));
+    EXPECT_TRUE(run.says("down 10 20\nup\n")) << run.output();
+    desktop.click(60, 60);
+    EXPECT_TRUE(soon([&] { return desktop.title() == "sh (running) - ostrel-sim"; }));
+    EXPECT_TRUE(isShown());
+    EXPECT_EQ(run.output(), "down 10 20\nup\ndown 20 20\nup\n");
+}
+
+// The program is another one, the router the same: what was set and not committed is still there.
+TEST_F(WindowTest, RestartsTheProgramAndKeepsTheSettings) {
+    const Simulated run(
+        desktop, "--window sh -c \"" + SETTINGS + "get 1 Nothing set 1 Nothing kept; exec " + PROBE + "follow 9\"");
+    ASSERT_TRUE(isShown());
+    EXPECT_TRUE(run.says("Nothing=\n"));
+    desktop.type(key::R); // without Ctrl it is nothing
+    desktop.click(30, 60);
+    EXPECT_TRUE(run.says("Nothing=\ndown 10 20\nup\n"));
+    desktop.type(key::R, key::CONTROL);
+    EXPECT_TRUE(run.says("Nothing=\ndown 10 20\nup\nNothing=kept\n"));
+    EXPECT_TRUE(isShown());
+    EXPECT_TRUE(soon([&] { return desktop.title() == "sh (running) - ostrel-sim"; }));
+    desktop.click(60, 60);
+    EXPECT_TRUE(run.says("Nothing=\ndown 10 20\nup\nNothing=kept\ndown 20 20\nup\n"));
+    EXPECT_EQ(run.errors(), "");
+}
+
+TEST_F(WindowTest, EndsProgramAndSimulatorWhenItIsClosed) {
+    Simulated run(desktop, "--window " + PROBE + "follow 9");
+    ASSERT_TRUE(isShown());
+    desktop.closeWindow();
+    EXPECT_EQ(run.status(), 0);
+    EXPECT_EQ(run.errors(), "");
+    EXPECT_TRUE(soon([&] { return desktop.window() == 0; }));
+}
+
+TEST_F(WindowTest, ClosesWithTheProgramAndPassesItsStatusOn) {
+    Simulated run(desktop, "--window sh -c '" OSTREL_PROBE " follow 1; exit 3'");
+    ASSERT_TRUE(isShown());
+    desktop.click(30, 60);
+    EXPECT_EQ(run.status(), 3);
+    EXPECT_EQ(run.errors(), "ostrel-sim: sh exited with status 3\n");
+    EXPECT_TRUE(soon([&] { return desktop.window() == 0; }));
+}
+
+TEST_F(WindowTest, ShowsAScriptThatFailsWhenItIsCutShort) {
+    const Desk files;
+    files.write("story", "tap 5 5\nwait 3600000\ntap 6 6\n");
+    Simulated run(desktop, "--window --script '" + files.file("story") + "' " + PROBE + "follow 9");
+    EXPECT_TRUE(run.says("down 5 5\nup\n"));
+    ASSERT_TRUE(soon([&] { return desktop.pixel(15, 15) == 0xFFFFFF; }));
+    desktop.pointAt(480, 360);
+    desktop.type(key::R, key::CONTROL);
+    const std::string refusal = "ostrel-sim: Ctrl+R restarts the program only when no script plays\n";
+    EXPECT_TRUE(run.complains(refusal));
+    desktop.closeWindow();
+    EXPECT_EQ(run.status(), 1);
+    EXPECT_EQ(
+        run.errors(),
+        refusal + "ostrel-sim: " + files.file("story") + ":2: the window was closed before 'wait 3600000' was done\n");
+}
+
+TEST(WindowWithoutADisplay, SaysSoAndStartsNothing) {
+    const Desk desk;
+    const struct {
+        const char* environment;
+        const char* sentence;
+    } cases[] = {
+        {"env -u DISPLAY -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER",
+         "there is no display for a window: neither $DISPLAY nor $WAYLAND_DISPLAY is set; use --web or --headless"},
+        {"env -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER DISPLAY=:54321",
+         "cannot open a window on the display :54321; use --web or --headless"},
+        {"env -u WAYLAND_DISPLAY DISPLAY=:54321 SDL_VIDEODRIVER=dummy",
+         "SDL_VIDEODRIVER=dummy shows no windows here; unset it, or use --web or --headless"},
+        {"env -u WAYLAND_DISPLAY DISPLAY=:54321 SDL_VIDEODRIVER=offscreen",
+         "SDL_VIDEODRIVER=offscreen shows no windows here; unset it, or use --web or --headless"},
+        {"env -u WAYLAND_DISPLAY DISPLAY=:54321 SDL_VIDEODRIVER=nonsense",
+         "SDL_VIDEODRIVER=nonsense shows no windows here; unset it, or use --web or --headless"},
+    };
+    for (const auto& [environment, sentence] : cases) {
+        const Told told = desk.run("--window sh -c 'echo started'", environment);
+        EXPECT_EQ(told.status, 125) << environment;
+        EXPECT_EQ(told.output, "") << environment;
+        EXPECT_EQ(told.errors, std::string("ostrel-sim: ") + sentence + "\n");
+    }
+}
+
+// Nobody asked for a window: it is said, and the panel is on the web.
+TEST(WindowWithoutADisplay, GivesWayToTheWebPanel) {
+    const Desk desk;
+    const Told told = desk.run("true", "env -u WAYLAND_DISPLAY -u SDL_VIDEODRIVER DISPLAY=:54321");
+    EXPECT_EQ(told.status, 0);
+    const std::string sentence =
+        "ostrel-sim: cannot open a window on the display :54321; use --web or --headless\nostrel-sim: the panel is at ";
+    EXPECT_EQ(told.errors.substr(0, sentence.size()), sentence);
+}
+
+} // namespace
