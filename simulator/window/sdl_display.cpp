@@ -33,8 +33,7 @@ std::string variable(const char* name) {
     return value != nullptr ? value : "";
 }
 
-// With the sentence that starts SDL's own list of drivers nothing visible is ever left out, and nothing invisible
-// tried.
+// SDL by itself would go on to drivers that show nothing, or that take the whole console.
 std::string driversForDisplays() {
     const std::string x11 = variable("DISPLAY").empty() ? "" : "x11";
     const std::string wayland = variable("WAYLAND_DISPLAY").empty() ? "" : "wayland";

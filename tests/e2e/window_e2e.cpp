@@ -1,12 +1,7 @@
 // The panel in a window, on an X server without a window manager.
-#include "simulator/clock.h"
-#include "simulator/panel.h"
 #include "simulator/png_file.h"
-#include "tests/e2e/simulator_run.h"
-#include "tests/e2e/x_desktop.h"
+#include "tests/e2e/windowed_run.h"
 
-#include <csignal>
-#include <functional>
 #include <gtest/gtest.h>
 
 namespace {
@@ -14,64 +9,6 @@ namespace {
 constexpr uint32_t SURROUND = 0x26292E;
 const std::string PROBE = "'" OSTREL_PROBE "' ";
 const std::string SETTINGS = "'" OSTREL_SETTINGS_PROBE "' ";
-
-// Looks every few milliseconds whether `isSo`, with the patience that a machine under load needs.
-bool soon(const std::function<bool()>& isSo) {
-    for (const int64_t end = ostrel::nowMs() + 60000; ostrel::nowMs() < end; usleep(5000))
-        if (isSo())
-            return true;
-    return isSo();
-}
-
-// A simulator that runs while the test goes on. `words` stand between --state and the end of the shell's command.
-class Simulated {
-  public:
-    Simulated(const XDesktop& desktop, const std::string& words, const std::string& environment = "") {
-        const std::string command = "cd '" + desk.directory.path + "' && " + environment +
-                                    " DISPLAY=" + desktop.name() + " OSTREL_ASSETS='" + desk.file("assets") +
-                                    "' exec '" OSTREL_SIM "' --state '" + desk.file("state") + "' " + words + " >'" +
-                                    desk.file("output") + "' 2>'" + desk.file("errors") + "'";
-        pid = fork();
-        if (pid == 0) {
-            unsetenv("WAYLAND_DISPLAY");
-            unsetenv("SDL_VIDEODRIVER");
-            execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
-            _exit(127);
-        }
-    }
-    ~Simulated() {
-        if (pid > 0)
-            kill(pid, SIGTERM);
-        status();
-    }
-    Simulated(const Simulated&) = delete;
-    Simulated& operator=(const Simulated&) = delete;
-
-    // Waits for the end; as $? tells it.
-    int status() {
-        if (pid > 0)
-            waitpid(pid, &ended, 0);
-        pid = 0;
-        return WIFEXITED(ended) ? WEXITSTATUS(ended) : 128 + WTERMSIG(ended);
-    }
-
-    std::string output() const { return contentOf(desk.file("output")); }
-    std::string errors() const { return contentOf(desk.file("errors")); }
-    bool says(const std::string& text) const {
-        return soon([&] { return output() == text; });
-    }
-    bool complains(const std::string& text) const {
-        return soon([&] { return errors() == text; });
-    }
-
-    Desk desk;
-    pid_t pid = 0;
-    int ended = 0;
-};
-
-uint32_t painted(int x, int y) {
-    return ostrel::toRgb888(static_cast<uint16_t>((x / 10) << 11 | (y * 63 / 239) << 5 | ((x + y) & 31)));
-}
 
 // The probe's picture, `zoom` times as large with its first pixel at `left`, `top`, and nothing else.
 bool showsProbe(const Seen& seen, int zoom, int left, int top) {
@@ -97,7 +34,7 @@ class WindowTest : public testing::Test {
 };
 
 TEST_F(WindowTest, ShowsEveryColourInBlocksAsLargeAsTheScreenAllows) {
-    const Simulated run(desktop, "--window " + PROBE + "follow 9");
+    const WindowedRun run(desktop, "--window " + PROBE + "follow 9");
     EXPECT_TRUE(isShown());
     EXPECT_EQ(desktop.look().width, 960);
     EXPECT_EQ(desktop.look().height, 720);
@@ -106,13 +43,13 @@ TEST_F(WindowTest, ShowsEveryColourInBlocksAsLargeAsTheScreenAllows) {
 }
 
 TEST_F(WindowTest, IsTheFaceWhereThereIsADisplay) {
-    const Simulated run(desktop, PROBE + "follow 9");
+    const WindowedRun run(desktop, PROBE + "follow 9");
     EXPECT_TRUE(isShown());
     EXPECT_EQ(run.errors(), "");
 }
 
 TEST_F(WindowTest, PassesClicksAndDragsOn) {
-    const Simulated run(desktop, "--window " + PROBE + "follow 9");
+    const WindowedRun run(desktop, "--window " + PROBE + "follow 9");
     ASSERT_TRUE(isShown());
     desktop.click(30, 60);
     EXPECT_TRUE(run.says("down 10 20\nup\n"));
@@ -137,7 +74,7 @@ TEST_F(WindowTest, PassesClicksAndDragsOn) {
 }
 
 TEST_F(WindowTest, FollowsItsSizeWithZoomAndPointer) {
-    const Simulated run(desktop, "--window " + PROBE + "follow 9");
+    const WindowedRun run(desktop, "--window " + PROBE + "follow 9");
     ASSERT_TRUE(isShown());
     desktop.resize(700, 800);
     EXPECT_TRUE(soon([&] { return showsProbe(desktop.look(), 2, 30, 160); }));
@@ -155,7 +92,7 @@ TEST_F(WindowTest, FollowsItsSizeWithZoomAndPointer) {
 }
 
 TEST_F(WindowTest, SavesPicturesThatEqualTheScriptsShots) {
-    const Simulated run(desktop, "--window " + PROBE + "follow 9");
+    const WindowedRun run(desktop, "--window " + PROBE + "follow 9");
     ASSERT_TRUE(isShown());
     run.desk.write("probe-2.png", "mine");
     desktop.pointAt(480, 360);
@@ -178,7 +115,7 @@ TEST_F(WindowTest, SavesPicturesThatEqualTheScriptsShots) {
 }
 
 TEST_F(WindowTest, IsDarkWhileThePanelIs) {
-    const Simulated run(
+    const WindowedRun run(
         desktop, "--window sh -c \"" + PROBE + "follow 1; " + SETTINGS + "backlight 11; " + PROBE + "follow 1; " +
                      SETTINGS + "backlight 10; " + PROBE + "follow 9\"");
     ASSERT_TRUE(isShown());
@@ -198,7 +135,7 @@ TEST_F(WindowTest, IsDarkWhileThePanelIs) {
 
 // The program is another one, the router the same: what was set and not committed is still there.
 TEST_F(WindowTest, RestartsTheProgramAndKeepsTheSettings) {
-    const Simulated run(
+    const WindowedRun run(
         desktop, "--window sh -c \"" + SETTINGS + "get 1 Nothing set 1 Nothing kept; exec " + PROBE + "follow 9\"");
     ASSERT_TRUE(isShown());
     EXPECT_TRUE(run.says("Nothing=\n"));
@@ -215,7 +152,7 @@ TEST_F(WindowTest, RestartsTheProgramAndKeepsTheSettings) {
 }
 
 TEST_F(WindowTest, EndsProgramAndSimulatorWhenItIsClosed) {
-    Simulated run(desktop, "--window " + PROBE + "follow 9");
+    WindowedRun run(desktop, "--window " + PROBE + "follow 9");
     ASSERT_TRUE(isShown());
     desktop.closeWindow();
     EXPECT_EQ(run.status(), 0);
@@ -224,7 +161,7 @@ TEST_F(WindowTest, EndsProgramAndSimulatorWhenItIsClosed) {
 }
 
 TEST_F(WindowTest, ClosesWithTheProgramAndPassesItsStatusOn) {
-    Simulated run(desktop, "--window sh -c '" OSTREL_PROBE " follow 1; exit 3'");
+    WindowedRun run(desktop, "--window sh -c '" OSTREL_PROBE " follow 1; exit 3'");
     ASSERT_TRUE(isShown());
     desktop.click(30, 60);
     EXPECT_EQ(run.status(), 3);
@@ -235,7 +172,7 @@ TEST_F(WindowTest, ClosesWithTheProgramAndPassesItsStatusOn) {
 TEST_F(WindowTest, ShowsAScriptThatFailsWhenItIsCutShort) {
     const Desk files;
     files.write("story", "tap 5 5\nwait 3600000\ntap 6 6\n");
-    Simulated run(desktop, "--window --script '" + files.file("story") + "' " + PROBE + "follow 9");
+    WindowedRun run(desktop, "--window --script '" + files.file("story") + "' " + PROBE + "follow 9");
     EXPECT_TRUE(run.says("down 5 5\nup\n"));
     ASSERT_TRUE(soon([&] { return desktop.pixel(15, 15) == 0xFFFFFF; }));
     desktop.pointAt(480, 360);
@@ -247,6 +184,24 @@ TEST_F(WindowTest, ShowsAScriptThatFailsWhenItIsCutShort) {
     EXPECT_EQ(
         run.errors(),
         refusal + "ostrel-sim: " + files.file("story") + ":2: the window was closed before 'wait 3600000' was done\n");
+}
+
+// A screen of sixteen bits shows the panel's own colours.
+TEST(WindowOnAnOldScreen, ShowsThePanelsOwnPixels) {
+    const XDesktop desktop("800x600x16");
+    ASSERT_NE(desktop.name(), "");
+    const WindowedRun run(desktop, "--window " + PROBE + "follow 9");
+    EXPECT_TRUE(soon([&] {
+        const Seen seen = desktop.look();
+        bool isSame = seen.width == 640 && seen.height == 480;
+        for (int i = 0; isSame && i < 640 * 480; ++i) {
+            const int x = i % 640 / 2;
+            const int y = i / 640 / 2;
+            isSame = seen.pixels[static_cast<size_t>(i)] ==
+                     static_cast<uint32_t>((x / 10) << 11 | (y * 63 / 239) << 5 | ((x + y) & 31));
+        }
+        return isSame;
+    }));
 }
 
 TEST(WindowWithoutADisplay, SaysSoAndStartsNothing) {
