@@ -11,7 +11,7 @@ namespace ostrel {
 
 class PanelWatch {
   public:
-    // Called after each look; `changed` tells of what others have seen first, too.
+    // Called after each look; `changed` tells of what others have seen first, too, and of what was there at first.
     using Looked = std::function<void(bool changed)>;
 
     PanelWatch(EventLoop& loop, Panel& panel, Looked looked);

@@ -60,10 +60,11 @@ TEST_F(PanelWatchTest, TellsOfAChangeThatAScriptSawFirst) {
     EXPECT_FALSE(nextLook());
 }
 
-TEST_F(PanelWatchTest, OfWhatWasThereBeforeTellsNothing) {
+TEST_F(PanelWatchTest, TellsFirstOfWhatWasThereBefore) {
     draw(1);
     EXPECT_TRUE(panel.look());
     PanelWatch watch(loop, panel, [this](bool hasChanged) { looked(hasChanged); });
+    EXPECT_TRUE(nextLook());
     EXPECT_FALSE(nextLook());
 }
 
