@@ -13,7 +13,10 @@ namespace ostrel {
 namespace {
 
 // A browser speaks first, a VNC viewer waits for the server's greeting: who has been silent for so long is a viewer.
-constexpr int64_t SILENCE_MS = 150;
+// While a page is read, the browser opens connections that it may use a good deal later.
+constexpr int64_t SILENCE_MS = 500;
+constexpr int64_t BROWSER_SILENCE_MS = 5000;
+constexpr int64_t PAGE_IS_READ_MS = 10'000;
 // For a request, or for the handshake with somebody who types a password.
 constexpr int64_t REQUEST_MS = 10'000;
 constexpr int64_t HANDSHAKE_MS = 120'000;
@@ -32,7 +35,8 @@ Connection::Connection(Descriptor connected, std::string peer, const WebContext&
     : context(context), socket(std::move(connected)), peer(std::move(peer)), closed(std::move(closed)),
       handshake(context.password) {
     context.loop.watch(socket.get(), POLLIN, [this](short events) { onSocket(events); });
-    timer = context.loop.after(SILENCE_MS, [this] { becomeViewer(Kind::Viewer); });
+    const bool pageIsRead = nowMs() - context.lastRequestMs < PAGE_IS_READ_MS;
+    timer = context.loop.after(pageIsRead ? BROWSER_SILENCE_MS : SILENCE_MS, [this] { becomeViewer(Kind::Viewer); });
 }
 
 Connection::~Connection() {
@@ -89,6 +93,7 @@ void Connection::answerRequest() {
         return refuse("400 Bad Request", "This is not a proper request.\n");
     if (!isForThisPanel(request, context.names))
         return refuse("421 Misdirected Request", "The panel answers to its IP addresses and localhost only.\n");
+    context.lastRequestMs = nowMs();
     if (request.target == "/panel") {
         const std::string accepted = acceptWebSocket(request);
         if (!isFromThisPanel(request))

@@ -23,6 +23,7 @@ struct WebContext {
     StaticFiles files;
     const VncPassword* password; // null: nobody is asked for one
     PasswordTries& tries;
+    int64_t& lastRequestMs;         // of a browser
     std::vector<std::string> names; // what the panel's address may be called
     std::function<void(Descriptor)> addViewer;
 };

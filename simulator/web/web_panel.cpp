@@ -69,6 +69,7 @@ WebPanel::WebPanel(const std::string& title, const WebFace& face, EventLoop& loo
           pageFiles(),
           password ? &*password : nullptr,
           tries,
+          lastRequestMs,
           face.address.isLoopback() ? std::vector<std::string>() : namesOfThisMachine(),
           [this](Descriptor socket) { addViewer(std::move(socket)); }},
       vnc(title) {

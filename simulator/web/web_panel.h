@@ -52,6 +52,7 @@ class WebPanel {
     int port = 0;
     std::optional<VncPassword> password;
     PasswordTries tries;
+    int64_t lastRequestMs = INT64_MIN / 2; // never
     WebContext context;
     VncServer vnc;
     Descriptor listener;

@@ -96,6 +96,26 @@ TEST(Viewer, IsNotHeldUpBySilentSlowAndGreedyOnes) {
         expectThatAViewerIsServed(simulator, 100 + i);
 }
 
+// A browser opens connections in advance: while it reads the page, one that is silent is not a viewer yet.
+TEST(Browser, MayLetAConnectionWait) {
+    const RunningSimulator simulator("follow 9");
+    const std::string request = forPort("GET / HTTP/1.1\r\nHost: 127.0.0.1:PORT\r\n\r\n", simulator.port);
+    int64_t tookMs = 0;
+    std::string answer;
+    do { // a machine that is too busy to be quick enough tries again
+        const Client first(simulator.port);
+        first.send(request);
+        EXPECT_EQ(first.receive(12), "HTTP/1.1 200");
+        const Client waiting(simulator.port);
+        const int64_t begin = ostrel::nowMs();
+        usleep(1'000'000); // twice as long as a viewer waits for its greeting otherwise
+        waiting.send(request);
+        tookMs = ostrel::nowMs() - begin;
+        answer = waiting.receive(12);
+    } while (tookMs > 3000);
+    EXPECT_EQ(answer, "HTTP/1.1 200");
+}
+
 // Random bytes, and good ones with a few changed, from the first byte to the last stage; many vanish at once.
 class Garbage {
   public:

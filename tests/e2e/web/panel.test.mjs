@@ -46,7 +46,7 @@ test('turns clicks and drags into strokes of the pen', async (t) => {
 test('is crisp at every size of the window', async (t) => {
   const simulated = await simulate(t, follow(9));
   const page = await openPanel(t, browser.context, simulated);
-  for (const [width, height, zoom] of [[1280, 800, 2], [1600, 1000, 3], [390, 700, 1], [300, 200, 1]]) {
+  for (const [width, height, zoom] of [[1280, 800, 2], [1280, 860, 3], [1600, 1000, 3], [390, 700, 1]]) {
     await page.setViewportSize({ width, height });
     await until(async () => (await page.locator('#screen canvas').boundingBox()).width === zoom * 320, `${width} gives ${zoom}`);
     const box = await page.locator('#screen canvas').boundingBox();
@@ -56,6 +56,23 @@ test('is crisp at every size of the window', async (t) => {
     if (process.env.PICTURES)
       await page.screenshot({ path: `${process.env.PICTURES}/web-panel-${width}.png` });
   }
+});
+
+test('is seen whole in a window that is smaller than the panel', async (t) => {
+  const simulated = await simulate(t, follow(1));
+  const page = await openPanel(t, browser.context, simulated);
+  await page.setViewportSize({ width: 300, height: 200 });
+  await page.waitForSelector('#screen.shrunk');
+  const box = await page.locator('#screen canvas').boundingBox();
+  assert.ok(box.x >= 0 && box.y >= 0 && box.x + box.width <= 300, JSON.stringify(box));
+  const line = await page.locator('footer').boundingBox();
+  assert.ok(line.y >= box.y + box.height && line.y + line.height <= 200, JSON.stringify(line));
+  if (process.env.PICTURES)
+    await page.screenshot({ path: `${process.env.PICTURES}/web-panel-300.png` });
+  await click(page, 100, 50);
+  assert.equal(await simulated.ended, 0);
+  const [, x, y] = /^down (\d+) (\d+)\nup\n$/.exec(simulated.output); // a point of the window is more than one pixel
+  assert.ok(Math.abs(x - 100) <= 1 && Math.abs(y - 50) <= 1, simulated.output);
 });
 
 test('serves several viewers at once, with one pen', async (t) => {

@@ -5,6 +5,8 @@ import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { chromium } from 'playwright-core';
 
+const PATIENCE_MS = 120000; // for busy machines
+
 export const PANEL = { width: 320, height: 240 };
 
 export function temporaryDirectory() {
@@ -32,7 +34,7 @@ export async function simulate(test, program, options = []) {
       simulated.errors += data;
       const found = /the panel is at (\S+)/.exec(simulated.errors);
       if (found) {
-        simulated.address = found[1];
+        [, simulated.address] = found;
         resolve();
       }
     });
@@ -41,12 +43,13 @@ export async function simulate(test, program, options = []) {
   return simulated;
 }
 
-export async function startBrowser() {
+// `device` is what the window is like, in Playwright's words.
+export async function startBrowser(device = { viewport: { width: 1280, height: 800 } }) {
   const profile = temporaryDirectory();
   const context = await chromium.launchPersistentContext(profile, {
     executablePath: process.env.CHROMIUM || '/usr/bin/chromium',
     headless: true,
-    viewport: { width: 1280, height: 800 },
+    ...device,
     args: ['--headless', '--no-sandbox', '--disable-gpu', '--disable-quic', '--no-first-run',
       '--disable-background-networking', '--disable-component-update', '--disable-sync'],
   });
@@ -59,14 +62,21 @@ export async function startBrowser() {
   };
 }
 
-// Opens the panel's page, until the test is over, and waits for its first picture.
-export async function openPanel(test, context, simulated) {
+// Opens the panel's page, until the test is over.
+export async function openPage(test, context, simulated) {
   const page = await context.newPage();
+  page.setDefaultTimeout(PATIENCE_MS);
   test.after(() => page.close());
   page.mistakes = [];
   page.on('console', (message) => { if (message.type() === 'error') page.mistakes.push(message.text()); });
   page.on('pageerror', (error) => page.mistakes.push(String(error)));
   await page.goto(simulated.address);
+  return page;
+}
+
+// The same, and waits for its first picture.
+export async function openPanel(test, context, simulated) {
+  const page = await openPage(test, context, simulated);
   await page.waitForSelector('#state.connected');
   await page.waitForSelector('#screen canvas');
   return page;
@@ -89,7 +99,7 @@ export async function pixel(page, x, y) {
 }
 
 // Waits until `isSo()` is true.
-export async function until(isSo, what, timeoutMs = 60000) {
+export async function until(isSo, what, timeoutMs = PATIENCE_MS) {
   const end = Date.now() + timeoutMs;
   while (!await isSo()) {
     if (Date.now() > end)
@@ -106,7 +116,7 @@ export async function settled(page) {
     await new Promise((resolve) => { setTimeout(resolve, 400); });
     before = (await pixels(page)).join();
     return before === last;
-  }, 'the panel is at rest', 20000);
+  }, 'the panel is at rest');
 }
 
 // Where a pixel of the panel is in the window.
