@@ -144,9 +144,10 @@ void WebPanel::makeRoom() {
     connections.erase(idle != connections.end() ? idle : connections.begin());
 }
 
+// Some viewers take one picture and go: it is the panel as it is now.
 void WebPanel::addViewer(Descriptor socket) {
-    vnc.addViewer(std::move(socket));
     lookClosely();
+    vnc.addViewer(std::move(socket));
 }
 
 bool WebPanel::isSeen() const {
@@ -171,13 +172,15 @@ void WebPanel::point() {
 void WebPanel::lookClosely() {
     lookCloselyUntilMs = nowMs() + CLOSE_LOOKS_FOR_MS;
     loop.cancel(timer);
-    timer = loop.after(0, [this] { look(); });
+    look();
 }
 
 // A framebuffer tells nobody that it has changed: it has to be looked at.
 void WebPanel::look() {
     const bool seen = isSeen();
-    if (panel.look()) {
+    panel.look();
+    if (shownChanges != panel.changes()) { // scripts look at the panel, too
+        shownChanges = panel.changes();
         vnc.show(panel.picture());
         lookCloselyUntilMs = nowMs() + CLOSE_LOOKS_FOR_MS;
     }
