@@ -7,6 +7,7 @@
 #include "display/touch_scale.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <linux/input.h>
 #include <string>
 #include <sys/types.h>
@@ -22,12 +23,15 @@ struct TouchCalls {
 };
 extern TouchCalls touchCalls;
 
+constexpr int64_t STALE_AFTER_MS = 250;
+
 struct TouchDevice {
     int descriptor = -1; // -1: none is open
     std::string path;
     bool isStream = false; // a FIFO: knows nothing but what comes out of it
     bool multiTouch = false;
     TouchScale scale;
+    int64_t staleAfterMs = STALE_AFTER_MS;        // see touch_input.h
     unsigned char rest[sizeof(input_event)] = {}; // the beginning of a record whose end has not come yet
     size_t restBytes = 0;
 };

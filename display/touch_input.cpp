@@ -106,7 +106,7 @@ int TouchInput::descriptor() {
 void TouchInput::ask() {
     const int64_t now = nowMs();
     drain();
-    if (now - askedAtMs >= STALE_AFTER_MS)
+    if (now - askedAtMs >= device.staleAfterMs)
         pen.drop();
     askedAtMs = now;
     if (pen.hasPress())

@@ -1,9 +1,9 @@
 // The pen as programs see it: the device, the decoder and the queue of strokes joined, and the waiting.
 //
-// Stale strokes. A program that has not asked for the pen for STALE_AFTER_MS was busy, or another program had the
-// panel: what began meanwhile was not meant for what it shows now, so its next question drops every stroke up to then,
-// the one that still goes on to its end. readX, waitForPenUp and waitForTouch are questions; as long as one of them
-// blocks it goes on asking, and opening the device counts as one. readY and disableTouch are none.
+// Stale strokes. A program that has not asked for the pen for its device's staleAfterMs was busy, or another program
+// had the panel: what began meanwhile was not meant for what it shows now, so its next question drops every stroke up
+// to then, the one that still goes on to its end. readX, waitForPenUp and waitForTouch are questions; as long as one of
+// them blocks it goes on asking, and opening the device counts as one. readY and disableTouch are none.
 //
 // A program that sleeps in its own poll with touchDescriptor cannot be told from one that is busy, and the tap that
 // wakes it must not be lost. So the descriptor becomes readable every BEAT_MS, if no idle tick comes sooner: a program
@@ -19,7 +19,6 @@
 
 namespace ostrel {
 
-constexpr int64_t STALE_AFTER_MS = 250;
 constexpr int64_t BEAT_MS = 100;
 
 // How long waitForTouch waits in place of "for ever" once there is no device, so that a loop that does not look at

@@ -40,6 +40,22 @@ void calibrate(TouchDevice& device, const char* text) {
         text);
 }
 
+void setPatience(TouchDevice& device, const char* text) {
+    constexpr long MOST_MS = 24 * 3600 * 1000;
+    if (text == nullptr || *text == '\0')
+        return;
+    char* end = nullptr;
+    const long ms = strtol(text, &end, 10);
+    if (*end == '\0' && ms >= 1 && ms <= MOST_MS)
+        device.staleAfterMs = ms;
+    else
+        fprintf(
+            stderr,
+            "ostrel: OSTREL_TOUCH_STALE_MS is \"%s\": not a whole number of milliseconds up to a day. Old strokes are "
+            "dropped after %d ms.\n",
+            text, static_cast<int>(STALE_AFTER_MS));
+}
+
 } // namespace
 
 bool findTouchDevice(const std::string& directory, TouchDevice& opened, std::string& why) {
@@ -67,6 +83,7 @@ TouchDevice openPanelTouch(const std::string& directory) {
     std::string why;
     if (isNamed ? openTouchDevice(named, device, why) : findTouchDevice(directory, device, why)) {
         calibrate(device, getenv("OSTREL_TOUCH_CALIBRATION"));
+        setPatience(device, getenv("OSTREL_TOUCH_STALE_MS"));
         return device;
     }
     const std::string path = isNamed ? named : directory + "/event*";

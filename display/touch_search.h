@@ -2,7 +2,7 @@
 //
 // OSTREL_TOUCH names the device, or a FIFO. Without it the first event device that is a touch screen is taken.
 // OSTREL_TOUCH_CALIBRATION corrects it: see TouchCalibration for the seven numbers. "-1 0 319 0 -1 239 1" is a panel
-// mounted upside down.
+// mounted upside down. OSTREL_TOUCH_STALE_MS says after how long without a question strokes are stale.
 #ifndef OSTREL_DISPLAY_TOUCH_SEARCH_H
 #define OSTREL_DISPLAY_TOUCH_SEARCH_H
 

@@ -119,6 +119,8 @@ class Simulator {
     void startProgram() {
         setenv(variable::STATE, directory.path().c_str(), 1);
         setenv(variable::SPEED, std::to_string(options.speed).c_str(), 1);
+        if (player) // it touches when it is asked: no stroke is old, however long a busy machine holds the program up
+            setenv(variable::STALE_MS, "86400000", 1);
         std::error_code error;
         View view;
         view.topLevel = listTopLevel();

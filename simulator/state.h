@@ -34,6 +34,8 @@ constexpr const char* ASSETS = "/ostrel";
 namespace variable {
 constexpr const char* STATE = "OSTREL_SIM_STATE"; // absolute path of the state directory, the same inside and outside
 constexpr const char* SPEED = "OSTREL_SIM_SPEED"; // sleeps are divided by this decimal number; unset: 1
+// Of the display library: after how many milliseconds without a question strokes are dropped.
+constexpr const char* STALE_MS = "OSTREL_TOUCH_STALE_MS";
 } // namespace variable
 
 // In the program's view: the shim as $LIB/ostrel-shim.so, launch, and the folder of stand-in commands that comes first

@@ -115,6 +115,7 @@ class TouchNodes : public testing::Test {
         touchCalls.ioctl = fakeIoctl;
         unsetenv("OSTREL_TOUCH");
         unsetenv("OSTREL_TOUCH_CALIBRATION");
+        unsetenv("OSTREL_TOUCH_STALE_MS");
     }
     ~TouchNodes() override {
         closeTouchDevice(device);
@@ -127,6 +128,7 @@ class TouchNodes : public testing::Test {
         rmdir(directory.c_str());
         unsetenv("OSTREL_TOUCH");
         unsetenv("OSTREL_TOUCH_CALIBRATION");
+        unsetenv("OSTREL_TOUCH_STALE_MS");
     }
 
     std::string node(const std::string& name) {
@@ -250,6 +252,27 @@ TEST_F(TouchNodes, IgnoreABrokenCalibrationAndSaySo) {
                                                 "numbers \"a b c d e f divisor\". The pen is not "
                                                 "corrected.\n");
     EXPECT_EQ(device.scale.toPanel(19, 39).x, 19);
+}
+
+TEST_F(TouchNodes, MayKeepStrokesForLonger) {
+    setenv("OSTREL_TOUCH", node("panel").c_str(), 1);
+    for (const auto& [text, staleAfterMs] : {std::pair("1", 1), std::pair("86400000", 86400000), std::pair("", 250)}) {
+        setenv("OSTREL_TOUCH_STALE_MS", text, 1);
+        device = openPanelTouch(directory);
+        EXPECT_EQ(device.staleAfterMs, staleAfterMs) << text;
+        closeTouchDevice(device);
+    }
+    for (const char* text : {"0", "86400001", "-1", "1 s", "soon"}) {
+        setenv("OSTREL_TOUCH_STALE_MS", text, 1);
+        testing::internal::CaptureStderr();
+        device = openPanelTouch(directory);
+        EXPECT_EQ(
+            testing::internal::GetCapturedStderr(),
+            "ostrel: OSTREL_TOUCH_STALE_MS is \"" + std::string(text) +
+                "\": not a whole number of milliseconds up to a day. Old strokes are dropped after 250 ms.\n");
+        EXPECT_EQ(device.staleAfterMs, 250);
+        closeTouchDevice(device);
+    }
 }
 
 TEST_F(TouchNodes, ThatAreMissingAreSaidInOneLine) {

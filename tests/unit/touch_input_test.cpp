@@ -91,6 +91,18 @@ TEST(StaleTaps, AreThoseBegunBeforeTheFirstQuestionInAQuarterOfASecond) {
     }
 }
 
+TEST(StaleTaps, AreKeptForAsLongAsTheirDeviceSays) {
+    for (const int silenceMs : {59'999, 60'000}) {
+        TouchDesk desk;
+        ostrel::TouchDevice device = desk.duplicate();
+        device.staleAfterMs = 60'000;
+        ostrel::TouchInput patient(device);
+        desk.tap(100, 50);
+        desk.advanceMs(silenceMs);
+        EXPECT_EQ(patient.readX(), silenceMs == 59'999 ? 100 : -1) << silenceMs;
+    }
+}
+
 TEST(StaleTaps, AreDroppedAlsoWhenTheyWereMadeJustBeforeTheQuestion) {
     TouchDesk desk;
     desk.looks(1);
