@@ -29,6 +29,7 @@ constexpr Verb VERBS[] = {
     {"move", Action::Move, {Argument::X, Argument::Y}, "move 170 120"},
     {"release", Action::Release, {}, "release"},
     {"wait", Action::Wait, {Argument::Milliseconds}, "wait 300"},
+    {"pause", Action::Pause, {Argument::Milliseconds}, "pause 2000"},
     {"shot", Action::Shot, {Argument::File}, "shot page.png"},
     {"expect", Action::Expect, {Argument::File}, "expect page.png"},
     {"expect-dark", Action::ExpectDark, {}, "expect-dark"},

@@ -13,6 +13,7 @@ enum class Action {
     Move,
     Release,
     Wait,
+    Pause,
     Shot,
     Expect,
     ExpectDark,

@@ -64,7 +64,10 @@ void ScriptPlayer::playCommand(const Command& command) {
         });
         break;
     case Action::Wait:
-        timer = loop.after(static_cast<int64_t>(command.numbers[0] / speed), [this] { advance(); });
+        wait(command);
+        break;
+    case Action::Pause:
+        whenAsked([this, &command] { wait(command); });
         break;
     case Action::Shot:
         if (index > 0 && script.commands[index - 1].action == Action::Wait)
@@ -87,16 +90,24 @@ void ScriptPlayer::playCommand(const Command& command) {
     }
 }
 
+void ScriptPlayer::wait(const Command& command) {
+    timer = loop.after(static_cast<int64_t>(command.numbers[0] / speed), [this] { advance(); });
+}
+
 void ScriptPlayer::whenAsked(const Step& step) {
+    awaitQuestion(step, stream.looks());
+}
+
+void ScriptPlayer::awaitQuestion(const Step& step, uint32_t looksBefore) {
     constexpr int64_t LOOK_EVERY_MS = 1;
-    if (stream.isAwaited())
+    if (stream.isAwaitedSince(looksBefore))
         step();
     else if (nowMs() >= impatientAtMs) {
         std::ostringstream seconds;
         seconds << patienceMs / 1000.0;
         fail("the program has not asked for the pen for " + seconds.str() + " s");
     } else
-        timer = loop.after(LOOK_EVERY_MS, [this, step] { whenAsked(step); });
+        timer = loop.after(LOOK_EVERY_MS, [=] { awaitQuestion(step, looksBefore); });
 }
 
 void ScriptPlayer::expect(const Command& command) {

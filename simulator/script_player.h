@@ -1,6 +1,7 @@
 // Plays a touch script on the panel. A stroke is sent when the program asks for the pen, not by the clock, so that slow
-// machines play the same story. `wait` is by the clock; a picture taken right after a touch is taken when the program
-// has dealt with it and asks again, one taken after `wait` is taken there and then. An expectation is waited for.
+// machines play the same story. `wait` is by the clock, `pause` begins when the program asks; a picture taken right
+// after a touch is taken when the program has dealt with it and asks again, one taken after `wait` is taken there and
+// then. An expectation is waited for.
 #ifndef OSTREL_SIMULATOR_SCRIPT_PLAYER_H
 #define OSTREL_SIMULATOR_SCRIPT_PLAYER_H
 
@@ -45,7 +46,9 @@ class ScriptPlayer {
 
     void playNext();
     void playCommand(const Command& command);
+    void wait(const Command& command);
     void whenAsked(const Step& step);
+    void awaitQuestion(const Step& step, uint32_t looksBefore);
     void expect(const Command& command);
     void awaitExpected(const Expectation& expectation);
     void awaitEnd();

@@ -136,7 +136,7 @@ bool TouchStream::isEmpty() const {
 bool TouchStream::isAwaited() {
     constexpr uint32_t LOOKS_IN_VAIN = 4;
     constexpr int64_t SETTLED_MS = 100;
-    constexpr int64_t STARTED_MS = 2000;
+    constexpr int64_t STARTED_MS = 10000;
     if (!isEmpty())
         return false;
     if (page.programs == 0)

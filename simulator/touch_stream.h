@@ -41,10 +41,16 @@ class TouchStream {
 
     // True when the program has read everything and asks for more: it blocks for it, or has looked four times in vain
     // (once is how a reader notices the end of what it is about to act upon, and the loops around it may each look once
-    // more before they end). Without a program that reports its questions:
-    // when the stream has been empty for a tenth of a second, at first for two seconds: programs that do report may
-    // take that long to start on a busy machine.
+    // more before they end). Without a program that reports its questions: when the stream has been empty for a tenth
+    // of a second, at first for ten seconds: programs that do report may take that long to start on a busy machine.
     bool isAwaited();
+
+    // The same, by a question that is being asked, or was asked since looks() gave `looksBefore`: a program that looked
+    // a while ago may be busy by now.
+    bool isAwaitedSince(uint32_t looksBefore) {
+        return isAwaited() && (page.waiting != 0 || looks() != looksBefore || page.programs == 0);
+    }
+    uint32_t looks() const { return page.glances; }
 
   private:
     using Events = std::initializer_list<PenEvent>;

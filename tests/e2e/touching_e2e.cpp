@@ -81,13 +81,14 @@ TEST(Script, WithAMistakeStartsNothing) {
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.output, "");
     EXPECT_EQ(
-        run.errors, "ostrel-sim: script:2: there is no command 'fly', only tap, press, move, release, wait, shot, "
-                    "expect, expect-dark, expect-setting, expect-log, quit, exit-code\n");
+        run.errors,
+        "ostrel-sim: script:2: there is no command 'fly', only tap, press, move, release, wait, pause, shot, "
+        "expect, expect-dark, expect-setting, expect-log, quit, exit-code\n");
 }
 
 TEST(Script, ChecksThePanelTheSettingsAndTheEnd) {
     const Desk desk;
-    EXPECT_EQ(desk.play("wait 100\nshot page.png\n", "follow 1").status, 0);
+    EXPECT_EQ(desk.play("shot page.png\n", "follow 1").status, 0);
     const char* story = "expect page.png\nexpect-setting 1 Language english\nexpect-setting 2 ScreenTimeout 300\n"
                         "expect-setting 1 nothing\ntap 5 5\nexit-code 0\n";
     const Told good = desk.play(story, "follow 1");

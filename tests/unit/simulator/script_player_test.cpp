@@ -91,6 +91,29 @@ TEST_F(ScriptPlayerTest, TakesAPictureAfterAWaitWithoutAsking) {
     EXPECT_EQ(end, "ended: ");
 }
 
+// As long as the program works, the person at the panel has nothing to look at yet.
+TEST_F(ScriptPlayerTest, BeginsAPauseWhenTheProgramAsks) {
+    play("pause 0\nquit");
+    settle();
+    EXPECT_EQ(end, "playing");
+    ask();
+    EXPECT_EQ(end, "ended: ");
+    play("pause 1000000\nquit");
+    end = "playing";
+    ask();
+    EXPECT_EQ(end, "playing");
+}
+
+TEST_F(ScriptPlayerTest, SendsNothingToAProgramThatHasCeasedToLook) {
+    page.glances = 9;
+    play("tap 10 20");
+    settle();
+    EXPECT_EQ(reader->read(), "");
+    page.glances = 10;
+    settle();
+    EXPECT_EQ(reader->read(), "X10 Y20 down |");
+}
+
 TEST_F(ScriptPlayerTest, GivesUpOnAProgramThatNeverAsks) {
     play("wait 0\ntap 1 1", 5);
     settle();

@@ -71,8 +71,9 @@ TEST(Script, NamesTheLineOfAMistake) {
         const char* text;
         const char* sentence;
     } cases[] = {
-        {"tap 1 2\nfly 1 2", "t:2: there is no command 'fly', only tap, press, move, release, wait, shot, expect, "
-                             "expect-dark, expect-setting, expect-log, quit, exit-code"},
+        {"tap 1 2\nfly 1 2",
+         "t:2: there is no command 'fly', only tap, press, move, release, wait, pause, shot, expect, "
+         "expect-dark, expect-setting, expect-log, quit, exit-code"},
         {"tap 160", "t:1: tap needs more, as in 'tap 160 120'"},
         {"tap", "t:1: tap needs more, as in 'tap 160 120'"},
         {"tap 1 2 3", "t:1: '3' is too much, as in 'tap 160 120'"},

@@ -139,4 +139,18 @@ TEST_F(TouchStreamTest, IsAwaitedAfterFourLooksInVain) {
     EXPECT_TRUE(stream.isAwaited());
 }
 
+// It looked in a loop, and does something else now.
+TEST_F(TouchStreamTest, IsNotAwaitedByAProgramThatHasCeasedToLook) {
+    TouchStream stream(fifo, Bits::Unknown, loop, page);
+    page.programs = 1;
+    page.glances = 7;
+    const uint32_t before = stream.looks();
+    EXPECT_FALSE(stream.isAwaitedSince(before));
+    page.waiting = 1;
+    EXPECT_TRUE(stream.isAwaitedSince(before));
+    page.waiting = 0;
+    page.glances = 8;
+    EXPECT_TRUE(stream.isAwaitedSince(before));
+}
+
 } // namespace
