@@ -109,35 +109,4 @@ TEST(Ending, SaysWhatIsMissingOnTheMachine) {
     EXPECT_EQ(noScript.errors, "ostrel-sim: cannot read the script nothing: No such file or directory\n");
 }
 
-TEST(Ending, LeavesNobodyBehind) {
-    const Desk desk;
-    // Its child outlives it in the view, and writes should it still live afterwards.
-    const Told run = desk.run("--headless sh -c '(sleep 1; touch alive) & exit 0'");
-    EXPECT_EQ(run.status, 0);
-    desk.run("--headless sleep 1.2");
-    EXPECT_FALSE(std::filesystem::exists(desk.file("alive")));
-}
-
-TEST(Ending, OfTheSimulatorIsTheEndOfTheProgram) {
-    const Desk desk;
-    for (const char* signal : {"TERM", "KILL"}) {
-        // The program says when it is there, and goes on saying so as long as it lives.
-        desk.write(
-            "program", "#!/bin/sh\ntrap 'echo asked > '" + desk.file("asked") +
-                           "'; exit' TERM\nwhile sleep 0.02; do echo x >> '" + desk.file("alive") + "'; done\n");
-        chmod(desk.file("program").c_str(), 0755);
-        std::filesystem::remove(desk.file("alive"));
-        desk.write(
-            "kill.sh", std::string("'" OSTREL_SIM "' --headless --state state ./program & pid=$!\n"
-                                   "while ! test -s alive; do sleep 0.02; done\nkill -") +
-                           signal + " $pid; wait $pid; echo $?\nsleep 0.3; rm -f alive; sleep 0.3; ls alive\n");
-        const std::string command =
-            "cd '" + desk.directory.path + "' && OSTREL_ASSETS=assets sh kill.sh > output 2> errors";
-        EXPECT_NE(system(command.c_str()), -1); // NOLINT(cert-env33-c,concurrency-mt-unsafe): a test of a command
-        EXPECT_EQ(contentOf(desk.file("output")), *signal == 'T' ? "143\n" : "137\n");
-        EXPECT_FALSE(std::filesystem::exists(desk.file("alive"))) << signal;
-    }
-    EXPECT_EQ(contentOf(desk.file("asked")), "asked\n"); // SIGTERM reached the program
-}
-
 } // namespace
