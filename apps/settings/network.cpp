@@ -49,8 +49,13 @@ void draw() {
     screen.draw();
 }
 
+// Addresses that nobody uses are not checked, and so not stored either.
 void toggleDhcp() {
-    batch.setOn(setting::DHCP, widgets[DHCP].record.selected != 0);
+    const bool isAutomatic = widgets[DHCP].record.selected != 0;
+    batch.setOn(setting::DHCP, isAutomatic);
+    if (isAutomatic)
+        for (const Row& row : ROWS)
+            batch.revert(row.setting);
     showDrafts();
     for (const int widget : {int{ADDRESS}, int{MASK}, int{GATEWAY}, int{SAVE}})
         widgets[widget].draw();
@@ -68,21 +73,17 @@ void editRow() {
 }
 
 const char* wrongWithDrafts() {
+    if (batch.isOn(setting::DHCP))
+        return nullptr;
     return wrongWithNetwork(batch.get(setting::ADDRESS), batch.get(setting::MASK), batch.get(setting::GATEWAY));
 }
 
 void save() {
-    const bool isAutomatic = batch.isOn(setting::DHCP);
-    const char* const wrong = isAutomatic ? nullptr : wrongWithDrafts();
-    if (wrong != nullptr) {
+    const char* const wrong = wrongWithDrafts();
+    if (wrong != nullptr)
         refuse(wrong);
-    } else {
-        if (isAutomatic) // what nobody uses is not checked, and so not stored
-            for (const Row& row : ROWS)
-                batch.revert(row.setting);
-        if (!batch.store())
-            refuse("common_failed");
-    }
+    else if (!batch.store())
+        refuse("common_failed");
     redrawPage();
 }
 

@@ -102,7 +102,9 @@ void toggleShow() {
 
 void save() {
     const char* const wrong = isOpenNetwork() ? nullptr : wrongWithWifiPassword(batch.get(setting::WIFI_PASSWORD));
-    if (passes(wrong) && !batch.store())
+    if (wrong != nullptr)
+        refuse(wrong);
+    else if (!batch.store())
         refuse("common_failed");
     redrawPage();
 }

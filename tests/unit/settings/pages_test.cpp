@@ -245,6 +245,20 @@ TEST_F(NetworkPage, StoresNoAddressesThatAreNotInUse) {
     EXPECT_NE(callsWith({"Gateway"}).find("192.168.1.254"), std::string::npos);
 }
 
+TEST_F(NetworkPage, HasNothingToSaveOnceItIsAutomaticAgain) {
+    fakeSettings().working[1]["DHCP"] = "1";
+    showPage(networkPage);
+    switchDhcp();
+    touchGateway();
+    typeInstead(L"192.168.1.7");
+    switchDhcp();
+    display().calls.clear();
+    touchSave();
+    EXPECT_EQ(display().take(), "");
+    pressBack();
+    EXPECT_EQ(&shownPage(), &homePage);
+}
+
 TEST_F(NetworkPage, AsksForAddressesThatAreMissing) {
     fakeSettings().working[1]["Gateway"] = "";
     fakeSettings().working[1]["DHCP"] = "1";
