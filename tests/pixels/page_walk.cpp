@@ -13,6 +13,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
 
 namespace {
 
@@ -69,6 +72,16 @@ void speak(const std::string& language) {
 PageWalk::PageWalk() {
     restartFakeSettings();
     fakeSystem() = {};
+    fakeSystem().run = [this](const std::string& command) {
+        std::istringstream words(command);
+        std::string verb;
+        std::string from;
+        std::string to;
+        words >> verb >> from >> to;
+        if (verb == "cp")
+            copy(from, to);
+        return 0;
+    };
     fakeSleep() = {};
     fakeSleep().log = false;
     fakeSleep().duringSleep = [this](uint64_t us) { duringSleep(us); };
@@ -82,10 +95,20 @@ PageWalk::PageWalk() {
 
 PageWalk::~PageWalk() {
     fakeSleep() = {};
+    fakeSystem() = {};
 }
 
-void PageWalk::store(int section, const std::string& name, const std::string& value) {
-    fakeSettings().working[section][name] = value;
+const std::string PageWalk::NAME = "Familie Meier-Mollerhausen 5 GHz";
+const std::string PageWalk::PASSWORD(63, 'm');
+
+void PageWalk::copy(const std::string& from, const std::string& to) {
+    constexpr const char* FLASH = "/data";
+    if (to.rfind(FLASH, 0) == 0) {
+        std::ifstream source(from, std::ios::binary);
+        flash[to] = std::string(std::istreambuf_iterator<char>(source), {});
+    } else if (flash.count(from) != 0) {
+        std::ofstream(to, std::ios::binary) << flash[from];
+    }
 }
 
 void PageWalk::duringSleep(unsigned long us) {
@@ -114,42 +137,77 @@ void PageWalk::touch(int x, int y) {
     }
     if (shownPage().screen->keyboard.active != 0)
         unlockPage(); // cancels the entry
+    if (lang.file != spoken)
+        speakEverywhere(); // the program went by the setting again, whose files lie elsewhere
+}
+
+void PageWalk::speakEverywhere() {
+    speak(spokenLanguage);
+    spoken = lang.file;
+    for (const Page* const page : allPages())
+        page->retext();
+}
+
+// Addresses by hand and the longest values, or what is the other way round.
+void PageWalk::make(World world) {
+    const bool isByHand = world == World::ByHand;
+    FakeSettings::Section& main = fakeSettings().working[1];
+    main["WifiName"] = NAME;
+    main["WifiPassword"] = PASSWORD;
+    main["WifiSecurity"] = isByHand ? "wpa2" : "open";
+    main["DHCP"] = isByHand ? "0" : "1";
+    main["IPAddress"] = "192.168.178.254";
+    main["NetMask"] = "255.255.255.128";
+    main["Gateway"] = "192.168.178.253";
+    main["PIN"] = isByHand ? "2580" : "";
+    main["ScreenLock"] = isByHand ? "1" : "0";
+    FakeSettings::Section& rtdev = fakeSettings().working[2];
+    rtdev["ShowPass"] = isByHand ? "1" : "0";
+    rtdev["ScreenTimeout"] = isByHand ? "1800" : "31536000";
 }
 
 void PageWalk::walk(const std::string& language, const Look& look) {
-    speak(language);
-    for (const Page* const page : allPages())
-        page->retext();
-    int number = 0;
-    for (const Page* const page : allPages()) {
-        const std::string name = language + ", page " + std::to_string(++number);
-        if (page == &confirmPage)
-            continue; // comes up where it is asked for
-        showPage(*page);
-        look(*page->screen, name);
-        const std::vector<const Widget*> widgets = widgetsOf(*page->screen);
-        for (size_t i = 0; i < widgets.size(); ++i) {
-            const WidgetRecord& record = widgets[i]->record;
-            if (record.touchable == -1 || record.type == wType.kind7 || record.type == wType.kind8)
-                continue;
-            const std::string where = name + ", widget " + std::to_string(i);
-            showPage(*page);
-            touch(record.x + record.width / 2, record.y + record.height / 2);
-            look(*shownPage().screen, where);
-            if (&shownPage() == page)
-                touch(BACK_X, BACK_Y);
-            look(*shownPage().screen, where + ", back");
-            if (&shownPage() == &confirmPage) {
-                touch(160, 160);
-                look(*shownPage().screen, where + ", yes");
-            }
-        }
-    }
+    spokenLanguage = language;
+    fakeSettings().working[1]["Language"] = language;
+    make(World::ByHand);
+    speakEverywhere();
+    const std::vector<const Page*> pages = allPages();
+    for (const World world : {World::ByHand, World::Automatic})
+        for (size_t number = 0; number < pages.size(); ++number)
+            walkPage(world, number, language + ", page " + std::to_string(number), look);
     walkPicker(language, look);
 }
 
+// From its last widget to its first in the second world, so that a backup of the first one is found in it.
+void PageWalk::walkPage(World world, size_t number, const std::string& where, const Look& look) {
+    const Page* const page = allPages()[number];
+    if (page == &confirmPage)
+        return; // comes up where it is asked for
+    make(world);
+    showPage(*page);
+    look(*page->screen, where);
+    std::vector<const Widget*> widgets = widgetsOf(*page->screen);
+    if (world == World::Automatic)
+        std::reverse(widgets.begin(), widgets.end());
+    for (const Widget* const widget : widgets) {
+        const WidgetRecord& record = widget->record;
+        make(world);
+        showPage(*page);
+        if (record.touchable == -1 || record.type == wType.kind7 || record.type == wType.kind8)
+            continue;
+        touch(record.x + record.width / 2, record.y + record.height / 2);
+        look(*shownPage().screen, where + ", a touch");
+        if (&shownPage() == page)
+            touch(BACK_X, BACK_Y);
+        look(*shownPage().screen, where + ", a touch and back");
+        if (&shownPage() == &confirmPage) {
+            touch(160, 160);
+            look(*shownPage().screen, where + ", yes");
+        }
+    }
+}
+
 void PageWalk::walkPicker(const std::string& language, const Look& look) {
-    store(1, "Language", language);
     preparePicker(OSTREL_LANGUAGES);
     drawPicker();
     look(pickerPage(), language + ", picker");

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <gtest/gtest.h>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -16,21 +17,31 @@ class PageWalk : public testing::Test {
     ~PageWalk() override;
 
     // Calls `look` with each page as it shows, and where the walk is: after its opening, after each touch of one of its
-    // widgets, after leaving it from there by its back button, and after the yes of a question.
+    // widgets, after leaving it from there by its back button, and after the yes of a question. All of it twice, with
+    // other settings the second time.
     using Look = std::function<void(const Screen& page, const std::string& where)>;
     void walk(const std::string& language, const Look& look);
 
-    // The settings that the walk finds. Call it before walking.
-    static void store(int section, const std::string& name, const std::string& value);
+    // What a user has made up: a name and a password as long as may be.
+    static const std::string NAME;
+    static const std::string PASSWORD;
 
     // How often a message waited to be tapped away, and how many of them filled the whole panel.
     int messages = 0;
     int fullMessages = 0;
 
   private:
+    enum class World { ByHand, Automatic };
+    void make(World world);
+    void walkPage(World world, size_t number, const std::string& where, const Look& look);
     void walkPicker(const std::string& language, const Look& look);
     void touch(int x, int y);
+    void speakEverywhere();
+    std::string spokenLanguage;
+    std::string spoken; // its file
     void duringSleep(unsigned long us);
+    void copy(const std::string& from, const std::string& to);
+    std::map<std::string, std::string> flash; // by path
     bool isPenDown = false;
 };
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 using namespace ostrel;
 
@@ -78,12 +79,16 @@ Ink inkOf(const std::function<void()>& drawWith, const std::function<void()>& dr
     const Picture without = cut(panelCanvas(), PANEL);
     lcd_clear(0);
     drawWith();
-    const Picture with = cut(panelCanvas(), PANEL);
     Ink ink;
-    for (int y = 0; y < PANEL.bottom; ++y)
+    for (int y = 0; y < PANEL.bottom; ++y) {
+        const uint16_t* const with = panelCanvas().row(y);
+        const uint16_t* const ground = &without.pixels[static_cast<size_t>(y) * PANEL.right];
+        if (std::memcmp(with, ground, PANEL.right * sizeof *with) == 0)
+            continue;
         for (int x = 0; x < PANEL.right; ++x)
-            if (with.at(x, y) != without.at(x, y))
-                ink.push_back({x, y, with.at(x, y), without.at(x, y)});
+            if (with[x] != ground[x])
+                ink.push_back({x, y, with[x], ground[x]});
+    }
     return ink;
 }
 
