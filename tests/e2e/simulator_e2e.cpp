@@ -29,7 +29,9 @@ TEST(Ending, NamesTheSignalThatEndedTheProgram) {
 // Where the machine collects core dumps itself, it is told that there is one, but not where.
 TEST(Ending, KeepsACoreDumpWhereTheyAreAllowed) {
     const Desk desk;
-    const Told crash = desk.run("--headless sh -c 'kill -ABRT $$'", "prlimit --core=unlimited");
+    // A simulator that is built with the address sanitizer would forbid them.
+    const Told crash =
+        desk.run("--headless sh -c 'kill -ABRT $$'", "ASAN_OPTIONS=disable_coredump=0 prlimit --core=unlimited");
     EXPECT_EQ(crash.status, 134);
     const std::string told = "ostrel-sim: sh was ended by signal 6 (Aborted) and left a core dump";
     if (contentOf("/proc/sys/kernel/core_pattern").find_first_of("|/") == 0) {
@@ -37,7 +39,7 @@ TEST(Ending, KeepsACoreDumpWhereTheyAreAllowed) {
         return;
     }
     EXPECT_EQ(crash.errors, told + ", " + desk.file("state/core") + "\n");
-    EXPECT_EQ(contentOf(desk.file("state/core")).substr(1, 3), "ELF");
+    EXPECT_EQ(contentOf(desk.file("state/core")).find("ELF"), 1U);
 }
 
 TEST(Ending, PassesOutputAndErrorsThrough) {
