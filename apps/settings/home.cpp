@@ -15,28 +15,26 @@ Screen screen(L"");
 
 struct Row {
     const char* title;
-    const Page* page;
+    const Page& page;
 };
 
-// Line by line. A page that is not there has a row that cannot be touched.
+// Line by line.
 constexpr Row ROWS[] = {
-    {"wifi_title", &wifiPage},     {"network_title", &networkPage}, {"screen_title", &screenPage},
-    {"backup_title", &backupPage}, {"about_title", &aboutPage},     {"restart_title", &restartPage},
+    {"wifi_title", wifiPage},     {"network_title", networkPage}, {"screen_title", screenPage},
+    {"backup_title", backupPage}, {"about_title", aboutPage},     {"restart_title", restartPage},
 };
 static_assert(std::size(ROWS) == std::size(rows), "one widget a row");
 
 template<int ROW>
 void showRow() {
-    showPage(*ROWS[ROW].page);
+    showPage(ROWS[ROW].page);
 }
 
 void prepare() {
     constexpr void (*SHOWS[])() = {showRow<0>, showRow<1>, showRow<2>, showRow<3>, showRow<4>, showRow<5>};
     preparePage(screen, linked(rows));
-    for (size_t i = 0; i < std::size(rows); ++i) {
+    for (size_t i = 0; i < std::size(rows); ++i)
         rows[i].callback = SHOWS[i];
-        rows[i].record.touchable = ROWS[i].page != nullptr ? 0 : -1;
-    }
     screen.showBack = 0;
     screen.showHome = 0;
     screen.showHomeGrayed = 1;

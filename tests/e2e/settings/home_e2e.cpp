@@ -2,8 +2,12 @@
 
 namespace {
 
-constexpr Point WIFI = {82, 77};
-constexpr Point NETWORK = {238, 77};
+struct Way {
+    const char* page;
+    Point row; // of the home page
+};
+constexpr Way WAYS[] = {{"wifi", {82, 77}},     {"network", {238, 77}}, {"screen", {82, 141}},
+                        {"backup", {238, 141}}, {"about", {82, 205}},   {"restart", {238, 205}}};
 
 // In the language picker.
 constexpr Point NEXT_PAGE = {134, 218};
@@ -12,15 +16,12 @@ constexpr Point DONE_BUTTON = {237, 218};
 
 class LanguageButton : public SettingsDesk {
   protected:
-    // All pages that the home page leads to without storing anything.
+    // The home page and all that it leads to.
     static Story& walk(Story& story, const std::string& prefix) {
-        return story.shot(prefix + "home")
-            .tap(WIFI)
-            .shot(prefix + "wifi")
-            .tap(PAGE_BACK)
-            .tap(NETWORK)
-            .shot(prefix + "network")
-            .tap(PAGE_BACK);
+        story.shot(prefix + "home");
+        for (const Way& way : WAYS)
+            story.tap(way.row).shot(prefix + way.page).tap(PAGE_BACK);
+        return story;
     }
 };
 INSTANTIATE_TEST_SUITE_P(From, LanguageButton, testing::Values("english"), languageOf);
@@ -32,7 +33,10 @@ TEST_P(LanguageButton, ChangesTheTextsOfAllPages) {
     EXPECT_EQ(kept("main Language"), "greek\n");
     Story fresh;
     play(walk(fresh, "greek-"));
-    for (const std::string page : {"home", "wifi", "network"}) {
+    std::vector<std::string> pages = {"home"};
+    for (const Way& way : WAYS)
+        pages.emplace_back(way.page);
+    for (const std::string& page : pages) {
         EXPECT_NE(picture("english-" + page), picture("changed-" + page)) << page;
         EXPECT_TRUE(matchesPicture(picture("changed-" + page), picture("greek-" + page), "settings-language-" + page));
     }
@@ -54,6 +58,24 @@ TEST_P(LanguageButton, LeadsToEnglishTextsWhereTheLanguageHasNoFile) {
     give("main Language", "english");
     play(Story().shot("english"));
     EXPECT_TRUE(matchesPicture(picture("without"), picture("english"), "settings-language-none"));
+}
+
+class HomePage : public SettingsDesk {};
+INSTANTIATE_TEST_SUITE_P(In, HomePage, testing::Values("english", "greek"), languageOf);
+
+TEST_P(HomePage, LeadsToEachPageAndBack) {
+    Story story;
+    story.shot("home");
+    for (const Way& way : WAYS)
+        story.tap(way.row).shot(way.page).tap(PAGE_HOME).shot(std::string(way.page) + "-left");
+    play(story);
+    EXPECT_TRUE(shows("home"));
+    for (const Way& way : WAYS) {
+        const std::string page = way.page;
+        EXPECT_NE(picture(page), picture("home")) << page;
+        EXPECT_TRUE(matchesPicture(picture(page + "-left"), picture("home"), "settings-home"));
+    }
+    EXPECT_EQ(stored(), "");
 }
 
 } // namespace
