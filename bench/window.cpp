@@ -32,6 +32,7 @@ void fromClickToPixel(benchmark::State& state) {
         state.SkipWithError("the window does not show the program");
         return;
     }
+    const unsigned long window = desktop.window();
     std::mt19937 random(1);
     std::vector<double> times;
     int taps = 0;
@@ -43,7 +44,7 @@ void fromClickToPixel(benchmark::State& state) {
         usleep(100000 + static_cast<useconds_t>(random() % 33000));
         const double started = now();
         desktop.button(true);
-        while (desktop.pixel(x, y) != WHITE && now() - started < 10) {
+        while (desktop.pixel(window, x, y) != WHITE && now() - started < 10) {
         }
         times.push_back(now() - started);
         state.SetIterationTime(times.back());
@@ -64,6 +65,7 @@ void picturesOfADrag(benchmark::State& state) {
         state.SkipWithError("the window does not show the program");
         return;
     }
+    const unsigned long window = desktop.window();
     int pictures = 0;
     double seconds = 0;
     for (auto _ : state) {
@@ -81,7 +83,7 @@ void picturesOfADrag(benchmark::State& state) {
                 do {
                     // How far the trail has come.
                     int reached = seen;
-                    while (reached < step && desktop.pixel(ZOOM * (10 + reached + 1), y) == WHITE)
+                    while (reached < step && desktop.pixel(window, ZOOM * (10 + reached + 1), y) == WHITE)
                         ++reached;
                     pictures += reached > seen ? 1 : 0;
                     seen = reached;

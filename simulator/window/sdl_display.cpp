@@ -1,12 +1,14 @@
 #include "simulator/window/sdl_display.h"
 
 #include "simulator/failure.h"
+#include "simulator/simulator.h"
 #include "simulator/window/sdl_window.h"
 
 #include <SDL_syswm.h>
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <unistd.h>
 #include <wayland-client-core.h>
 
 namespace ostrel {
@@ -46,6 +48,12 @@ std::string displayNames() {
     return x11 + (x11.empty() || wayland.empty() ? "" : " or ") + wayland;
 }
 
+// X gives no other choice than to end here; everything in the view ends with this process.
+int endWithoutDisplay(Display* /*display*/) {
+    say("the display is gone, and with it the window");
+    _exit(exit_status::SIMULATOR_FAILED);
+}
+
 bool showsWindows(const char* driver) {
     return driver != nullptr && (strcmp(driver, "x11") == 0 || strcmp(driver, "wayland") == 0);
 }
@@ -66,6 +74,7 @@ SdlDisplay::SdlDisplay() {
     const bool isUp = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
     const char* driver = SDL_GetCurrentVideoDriver();
     if (isUp && showsWindows(driver)) {
+        XSetIOErrorHandler(endWithoutDisplay);
         SDL_StopTextInput(); // keys are keys here, no matter which input method the desktop has
         return;
     }

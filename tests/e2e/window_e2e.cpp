@@ -160,6 +160,14 @@ TEST_F(WindowTest, EndsProgramAndSimulatorWhenItIsClosed) {
     EXPECT_TRUE(soon([&] { return desktop.window() == 0; }));
 }
 
+TEST_F(WindowTest, EndsEverythingWhenTheDisplayGoesAway) {
+    WindowedRun run(desktop, "--window " + PROBE + "follow 9");
+    ASSERT_TRUE(isShown());
+    desktop.stop();
+    EXPECT_EQ(run.status(), 125);
+    EXPECT_EQ(run.errors(), "ostrel-sim: the display is gone, and with it the window\n");
+}
+
 TEST_F(WindowTest, ClosesWithTheProgramAndPassesItsStatusOn) {
     WindowedRun run(desktop, "--window sh -c '" OSTREL_PROBE " follow 1; exit 3'");
     ASSERT_TRUE(isShown());

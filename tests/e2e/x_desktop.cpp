@@ -148,9 +148,8 @@ Seen XDesktop::look() const {
     return seen;
 }
 
-uint32_t XDesktop::pixel(int x, int y) const {
+uint32_t XDesktop::pixel(unsigned long shown, int x, int y) const {
     constexpr uint32_t NO_COLOUR = 0xFF000000;
-    const Window shown = window();
     XImage* image = shown != 0 ? XGetImage(display, shown, x, y, 1, 1, AllPlanes, ZPixmap) : nullptr;
     if (image == nullptr)
         return NO_COLOUR;

@@ -50,7 +50,10 @@ class XDesktop {
     Seen look() const;
 
     // 0x00RRGGBB, or a colour that there is not when there is no window.
-    uint32_t pixel(int x, int y) const;
+    uint32_t pixel(int x, int y) const { return pixel(window(), x, y); }
+
+    // Of a window that was found before: one question to the server.
+    uint32_t pixel(unsigned long shown, int x, int y) const;
 
     void pointAt(int x, int y) const;
     void button(bool isPressed, unsigned number = 1) const;
