@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <poll.h>
+#include <utility>
 
 namespace ostrel {
 namespace {
@@ -44,8 +45,7 @@ bool isRestart(const SDL_Keysym& key) {
 } // namespace
 
 struct SdlWindow::Desktop {
-    Desktop(
-        const std::string& program, EventLoop& loop, Panel& panel, TouchStream& stream, const WindowRequests& requests);
+    Desktop(const std::string& program, EventLoop& loop, Panel& panel, TouchStream& stream, WindowRequests requests);
     ~Desktop();
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
@@ -79,8 +79,8 @@ struct SdlWindow::Desktop {
 };
 
 SdlWindow::Desktop::Desktop(
-    const std::string& program, EventLoop& loop, Panel& panel, TouchStream& stream, const WindowRequests& requests)
-    : program(program), loop(loop), panel(panel), requests(requests), window(openWindow(program)),
+    const std::string& program, EventLoop& loop, Panel& panel, TouchStream& stream, WindowRequests requests)
+    : program(program), loop(loop), panel(panel), requests(std::move(requests)), window(openWindow(program)),
       descriptor(SdlDisplay::descriptor(window.get())), pen(stream),
       watch(loop, panel, [this](bool changed) { looked(changed); }) {
     if (descriptor >= 0)

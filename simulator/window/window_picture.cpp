@@ -15,9 +15,9 @@ Area difference(const Picture& a, const Picture& b) {
     int top = PANEL_HEIGHT;
     int bottom = 0;
     for (int y = 0; y < PANEL_HEIGHT; ++y) {
-        const auto row = a.begin() + y * PANEL_WIDTH;
+        const auto row = a.begin() + std::ptrdiff_t{y} * PANEL_WIDTH;
         const auto end = row + PANEL_WIDTH;
-        const auto other = b.begin() + y * PANEL_WIDTH;
+        const auto other = b.begin() + std::ptrdiff_t{y} * PANEL_WIDTH;
         const auto first = std::mismatch(row, end, other).first;
         if (first == end)
             continue;
@@ -69,7 +69,7 @@ void WindowPicture::paint(const Area& area) {
             std::copy_n(target - extent.width, area.width, target);
         else
             for (const int column : columns)
-                *target++ = toRgb888(shown[static_cast<size_t>(row * PANEL_WIDTH + column)]);
+                *target++ = toRgb888(shown[static_cast<size_t>(row) * PANEL_WIDTH + static_cast<size_t>(column)]);
         paintedRow = row;
     }
 }
