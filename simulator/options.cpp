@@ -78,6 +78,10 @@ constexpr Option OPTIONS[] = {
         [](Options& o, const std::string& /*value*/) { chooseFace(o, Face::Headless); }},
     {"Script", "script",   Value::Needed,   "FILE",      "touch the panel as FILE says; - is standard input",
         [](Options& o, const std::string& value) { o.script = value; }},
+    {"Script", "record",   Value::Needed,   "FILE",      "write what you touch as a script",
+        [](Options& o, const std::string& value) { o.record = value; }},
+    {"Script", "junit",    Value::Needed,   "FILE",      "write the results for a CI to show",
+        [](Options& o, const std::string& value) { o.junit = value; }},
     {"Script", "patience", Value::Needed,   "SECONDS",   "how long a script waits for the program (30)",
         [](Options& o, const std::string& value) { o.patienceMs = static_cast<int>(1000 * number("--patience", value, 0.001, 86400)); }},
     {"Script", "speed",    Value::Needed,   "N",         "let sleeps and waits take one N-th of their time",
@@ -144,6 +148,15 @@ void checkWebOptions(Options& options) {
             "--address " + options.address.text() + " lets other machines touch the panel: add --password-file FILE");
 }
 
+void checkRecording(const Options& options) {
+    if (options.record.empty())
+        return;
+    if (!options.script.empty())
+        refuse("--record writes what a person touches: leave out --script");
+    if (options.face == Face::Headless)
+        refuse("--record writes what a person touches: leave out --headless");
+}
+
 std::string usageOf(const Option& option) {
     switch (option.value) {
     case Value::None:
@@ -172,6 +185,7 @@ Options parseOptions(const std::vector<std::string>& arguments) {
     if (options.program.empty() && !options.help && !options.version)
         refuse("which program? ostrel-sim [options] PROGRAM [ARGUMENTS]");
     checkWebOptions(options);
+    checkRecording(options);
     if (options.face == Face::Unchosen && !options.script.empty())
         options.face = Face::Headless;
     return options;

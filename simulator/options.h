@@ -17,11 +17,13 @@ struct Options {
     bool verbose = false;
     bool fresh = false;
     Face face = Face::Unchosen; // the window where there is a display, else the web panel
-    int port = 0; // 0: any free one
+    int port = 0;               // 0: any free one
     IpAddress address;
     std::string passwordFile;
     bool isForWeb = false; // one of the two was given
     std::string script;
+    std::string record;
+    std::string junit;
     std::string state;
     double speed = 1.0;
     int patienceMs = 30000;

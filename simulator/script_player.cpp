@@ -11,7 +11,12 @@ namespace ostrel {
 
 ScriptPlayer::ScriptPlayer(
     Script script, EventLoop& loop, TouchStream& stream, Panel& panel, std::string stateDirectory)
-    : script(std::move(script)), loop(loop), stream(stream), panel(panel), stateDirectory(std::move(stateDirectory)) {}
+    : script(std::move(script)), loop(loop), stream(stream), panel(panel), stateDirectory(std::move(stateDirectory)) {
+    for (const Command& command : this->script.commands)
+        outcomes.push_back(
+            {this->script.name + ":" + std::to_string(command.line) + ": " + command.source, 0, Outcome::NotReached,
+             ""});
+}
 
 ScriptPlayer::~ScriptPlayer() {
     loop.cancel(timer);
@@ -25,7 +30,8 @@ void ScriptPlayer::play(double playSpeed, int commandPatienceMs, Finished whenFi
 }
 
 void ScriptPlayer::playNext() {
-    impatientAtMs = nowMs() + patienceMs;
+    beganAtMs = nowMs();
+    impatientAtMs = beganAtMs + patienceMs;
     if (index < script.commands.size())
         playCommand(script.commands[index]);
     else // the last touch is for the program to deal with, before it is ended
@@ -128,6 +134,28 @@ void ScriptPlayer::awaitExpected(const Expectation& expectation) {
         timer = loop.after(LOOK_EVERY_MS, [=] { awaitExpected(expectation); });
 }
 
+bool ScriptPlayer::isMetNow(const Command& command) {
+    try {
+        return expectationOf(command, script, panel, stateDirectory).isMet();
+    } catch (const Failure&) {
+        return false;
+    }
+}
+
+void ScriptPlayer::note(Outcome outcome, const std::string& message) {
+    outcomes[index].outcome = outcome;
+    outcomes[index].seconds = static_cast<double>(nowMs() - beganAtMs) / 1000;
+    outcomes[index].message = message;
+}
+
+std::vector<Check> ScriptPlayer::checks() const {
+    std::vector<Check> checks;
+    for (size_t i = 0; i < outcomes.size(); ++i)
+        if (isExpectation(script.commands[i]))
+            checks.push_back(outcomes[i]);
+    return checks;
+}
+
 void ScriptPlayer::awaitEnd() {
     timer = loop.after(patienceMs, [this] { fail("the program has not ended"); });
 }
@@ -145,12 +173,15 @@ void ScriptPlayer::takePicture(const Command& command) {
 
 // Through the loop, so that a long script does not nest and what the program does meanwhile is seen.
 void ScriptPlayer::advance() {
+    note(Outcome::Passed, "");
     ++index;
     timer = loop.after(0, [this] { playNext(); });
 }
 
 void ScriptPlayer::fail(const std::string& reason) {
     const bool atEnd = index >= script.commands.size();
+    if (!atEnd)
+        note(Outcome::Failed, reason);
     const std::string where = atEnd ? "at the end" : std::to_string(script.commands[index].line);
     finish(script.name + ":" + where + ": " + reason);
 }
@@ -175,12 +206,19 @@ std::string ScriptPlayer::current() const {
 std::string ScriptPlayer::programEnded(const Ending& ending) {
     loop.cancel(timer);
     finished = nullptr;
+    while (index < script.commands.size() && isExpectation(script.commands[index]) &&
+           isMetNow(script.commands[index])) {
+        note(Outcome::Passed, "");
+        ++index;
+    }
     if (index >= script.commands.size() || script.commands[index].action == Action::Quit)
         return "";
     const Command& command = script.commands[index];
     const std::string where = script.name + ":" + std::to_string(command.line) + ": " + ending.sentence;
-    if (!awaitsEnd())
+    if (!awaitsEnd()) {
+        note(Outcome::Failed, ending.sentence + " before it was so");
         return where + " before '" + command.source + "' was done";
+    }
     return ending.status == command.numbers[0] ? "" : where + ", not " + std::to_string(command.numbers[0]);
 }
 

@@ -7,6 +7,7 @@
 
 #include "simulator/event_loop.h"
 #include "simulator/expectation.h"
+#include "simulator/junit.h"
 #include "simulator/panel.h"
 #include "simulator/program.h"
 #include "simulator/script.h"
@@ -32,11 +33,15 @@ class ScriptPlayer {
     // `finished` is called once, last, from the loop.
     void play(double speed, int patienceMs, Finished finished);
 
-    // The program has ended. What is wrong with that for the script; empty when nothing was left to do.
+    // The program has ended. What is wrong with that for the script; empty when nothing was left to do. Expectations
+    // that come next are looked at once.
     std::string programEnded(const Ending& ending);
 
     // The end of the program, with its status, is what the script is waiting for.
     bool awaitsEnd() const;
+
+    // The script's expectations and what has become of them.
+    std::vector<Check> checks() const;
 
     // The command that is being played, for people; empty when all are done. "tour.touch:3: tap 160 120"
     std::string current() const;
@@ -51,6 +56,8 @@ class ScriptPlayer {
     void awaitQuestion(const Step& step, uint32_t looksBefore);
     void expect(const Command& command);
     void awaitExpected(const Expectation& expectation);
+    bool isMetNow(const Command& command);
+    void note(Outcome outcome, const std::string& message);
     void awaitEnd();
     void takePicture(const Command& command);
     void advance();
@@ -62,11 +69,13 @@ class ScriptPlayer {
     TouchStream& stream;
     Panel& panel;
     std::string stateDirectory;
+    std::vector<Check> outcomes; // one a command
     double speed = 1.0;
     int patienceMs = 0;
     Finished finished;
     size_t index = 0;
     EventLoop::Timer timer = 0;
+    int64_t beganAtMs = 0; // the current command
     int64_t impatientAtMs = 0;
 };
 

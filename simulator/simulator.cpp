@@ -7,6 +7,8 @@
 #include "simulator/paths.h"
 #include "simulator/program.h"
 #include "simulator/progress.h"
+#include "simulator/recorder.h"
+#include "simulator/run_report.h"
 #include "simulator/sandbox.h"
 #include "simulator/script_player.h"
 #include "simulator/shown_log.h"
@@ -21,6 +23,7 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <iostream>
 #include <memory>
@@ -56,10 +59,23 @@ std::string passwordFor(const Options& options) {
     return password;
 }
 
+// As a shell would take it.
+std::string shellCommand(const std::vector<std::string>& words) {
+    std::string command;
+    for (const std::string& word : words) {
+        const bool isPlain = !word.empty() && word.find_first_of(" \t\n\"'\\$`&|;<>()*?[]#~!{}") == std::string::npos;
+        std::string quoted = word;
+        for (size_t at = 0; (at = quoted.find('\'', at)) != std::string::npos; at += 4)
+            quoted.replace(at, 1, "'\\''");
+        command += (command.empty() ? "" : " ") + (isPlain ? word : "'" + quoted + "'");
+    }
+    return command;
+}
+
 class Simulator {
   public:
-    Simulator(const Options& options, const std::string& path)
-        : options(options), path(path), directory(stateDirectoryFor(options, path), options.fresh),
+    Simulator(const Options& options, const std::string& path, RunReport& report)
+        : options(options), path(path), report(report), directory(stateDirectoryFor(options, path), options.fresh),
           panel(directory.file(state::FRAMEBUFFER), directory.page()),
           stream(directory.file(state::TOUCH), commandKind(commandLine()).bits, loop, directory.page()),
           player(playerFor(options, loop, stream, panel, directory.path())), program(loop) {}
@@ -69,6 +85,8 @@ class Simulator {
         watchSignals();
         if (options.verbose)
             shownLog.emplace(directory.file(state::LOG), loop);
+        if (!options.record.empty())
+            startRecording();
         showFace();
         startProgram();
         if (options.verbose || isatty(STDERR_FILENO) != 0)
@@ -78,10 +96,21 @@ class Simulator {
         if (player)
             player->play(options.speed, options.patienceMs, [this](const std::string& failure) { endPlay(failure); });
         loop.run();
+        report.write(player ? player->checks() : std::vector<Check>(), exitStatus == 0 ? "" : failure);
         return exitStatus;
     }
 
   private:
+    void startRecording() {
+        std::vector<std::string> words = {"ostrel-sim"};
+        if (options.fresh)
+            words.emplace_back("--fresh");
+        words.insert(words.end(), {"--script", options.record});
+        words.insert(words.end(), options.program.begin(), options.program.end());
+        recorder.emplace(Recording(options.record, shellCommand(words), options.speed, say), loop, stream, panel);
+        stream.divertTo(*recorder);
+    }
+
     std::vector<std::string> commandLine() const {
         std::vector<std::string> words = options.program;
         words.front() = path;
@@ -119,7 +148,8 @@ class Simulator {
     void startProgram() {
         setenv(variable::STATE, directory.path().c_str(), 1);
         setenv(variable::SPEED, std::to_string(options.speed).c_str(), 1);
-        if (player) // it touches when it is asked: no stroke is old, however long a busy machine holds the program up
+        if (player || recorder) // they touch when they are asked: no stroke is old, however long a busy machine holds
+                                // the program up
             setenv(variable::STALE_MS, "86400000", 1);
         std::error_code error;
         View view;
@@ -160,28 +190,30 @@ class Simulator {
         loop.stop();
         if (endingIt) // the simulator's own doing
             return;
-        const bool isExpected = player && player->awaitsEnd();
-        const std::string failure = player ? player->programEnded(ending) : "";
-        exitStatus = isExpected ? 0 : ending.status;
+        if (recorder)
+            recorder->finish(ending.status);
+        failure = player ? player->programEnded(ending) : "";
+        exitStatus = player && player->awaitsEnd() ? 0 : ending.status;
         if (exitStatus != 0)
             say(ending.sentence);
-        if (failure.empty())
-            return;
-        say(failure);
-        if (exitStatus == 0)
+        if (!failure.empty())
+            say(failure);
+        else
+            failure = ending.sentence;
+        if (exitStatus == 0 && player && failure != ending.sentence)
             exitStatus = exit_status::SCRIPT_FAILED;
     }
 
-    void endPlay(const std::string& failure) {
-        if (!failure.empty())
-            say(failure);
-        endProgram(failure.empty() ? 0 : exit_status::SCRIPT_FAILED);
+    void endPlay(const std::string& whatFailed) {
+        if (!whatFailed.empty())
+            say(whatFailed);
+        endProgram(whatFailed.empty() ? 0 : exit_status::SCRIPT_FAILED, whatFailed);
     }
 
     // The panel stays as the program left it, as the router's does.
     void restart() {
-        if (player) {
-            say("Ctrl+R restarts the program only when no script plays");
+        if (player || recorder) {
+            say("Ctrl+R restarts the program only when no script is played or recorded");
             return;
         }
         if (endingIt)
@@ -197,9 +229,12 @@ class Simulator {
             endPlay(player ? player->programEnded({-1, "the window was closed"}) : "");
     }
 
-    void endProgram(int status) {
+    void endProgram(int status, const std::string& why) {
+        if (recorder)
+            recorder->finish(std::nullopt);
         endingIt = true;
         exitStatus = status;
+        failure = why;
         if (window)
             window->setState("ending");
         program.terminate();
@@ -214,19 +249,25 @@ class Simulator {
         signals = Descriptor(signalfd(-1, &ends, SFD_CLOEXEC | SFD_NONBLOCK));
         loop.watch(signals.get(), POLLIN, [this](short /*events*/) {
             signalfd_siginfo information = {};
-            if (read(signals.get(), &information, sizeof information) == sizeof information)
-                endProgram(exit_status::SIGNAL_BASE + static_cast<int>(information.ssi_signo));
+            if (read(signals.get(), &information, sizeof information) != sizeof information)
+                return;
+            const int signal = static_cast<int>(information.ssi_signo);
+            endProgram(
+                exit_status::SIGNAL_BASE + signal,
+                "the simulator was ended by signal " + std::to_string(signal) + " (" + sigdescr_np(signal) + ")");
         });
     }
 
     const Options& options;
     std::string path;
+    RunReport& report;
     EventLoop loop;
     StateDirectory directory;
     std::optional<ShownLog> shownLog;
     Panel panel;
     TouchStream stream;
     std::unique_ptr<ScriptPlayer> player;
+    std::optional<Recorder> recorder;
     std::optional<WebPanel> web;
     std::optional<SdlWindow> window;
     Program program;
@@ -235,6 +276,7 @@ class Simulator {
     bool endingIt = false;
     bool restarting = false;
     int exitStatus = 0;
+    std::string failure; // what the user was told, when the status is not 0
 };
 
 } // namespace
@@ -247,7 +289,13 @@ int simulate(const Options& options) {
     std::error_code error;
     if (std::filesystem::current_path(error).empty())
         throw Failure("the directory that you are in is gone; cd to one that is there");
-    return Simulator(options, resolveProgram(options.program.front())).run();
+    RunReport report(options.junit, std::filesystem::path(options.program.front()).filename().string());
+    try {
+        return Simulator(options, resolveProgram(options.program.front()), report).run();
+    } catch (const Failure& failure) {
+        report.write({}, failure.what());
+        throw;
+    }
 }
 
 } // namespace ostrel

@@ -54,8 +54,15 @@ void TouchStream::place(int x, int y) {
 }
 
 void TouchStream::press(int x, int y) {
+    if (diversion != nullptr)
+        diversion->press(x, y);
+    else
+        pressNow(x, y);
+}
+
+void TouchStream::pressNow(int x, int y) {
     if (isDown()) {
-        move(x, y);
+        moveNow(x, y);
         return;
     }
     place(x, y);
@@ -64,6 +71,13 @@ void TouchStream::press(int x, int y) {
 }
 
 void TouchStream::move(int x, int y) {
+    if (diversion != nullptr)
+        diversion->move(x, y);
+    else
+        moveNow(x, y);
+}
+
+void TouchStream::moveNow(int x, int y) {
     if (!isDown())
         return;
     place(x, y);
@@ -71,6 +85,13 @@ void TouchStream::move(int x, int y) {
 }
 
 void TouchStream::release() {
+    if (diversion != nullptr)
+        diversion->release();
+    else
+        releaseNow();
+}
+
+void TouchStream::releaseNow() {
     if (!isDown())
         return;
     page.penDown = 0;
@@ -79,7 +100,7 @@ void TouchStream::release() {
 
 void TouchStream::empty() {
     std::array<unsigned char, PIPE_BUF> unread = {};
-    release();
+    releaseNow();
     while (read(pipe.get(), unread.data(), unread.size()) > 0) {
     }
     loop.unwatch(pipe.get());

@@ -5,6 +5,7 @@
 #include "simulator/descriptor.h"
 #include "simulator/elf.h"
 #include "simulator/event_loop.h"
+#include "simulator/pen.h"
 #include "simulator/shared_page.h"
 
 #include <cstdint>
@@ -19,20 +20,26 @@ struct PenEvent {
     int32_t value;
 };
 
-class TouchStream {
+class TouchStream : public Pen {
   public:
     // `fifo` is opened for both directions, so that the stream outlives each reader. `bits` is the program's.
     TouchStream(const std::string& fifo, Bits bits, EventLoop& loop, SharedPage& page);
-    ~TouchStream();
-    TouchStream(const TouchStream&) = delete;
-    TouchStream& operator=(const TouchStream&) = delete;
+    ~TouchStream() override;
 
     // Panel pixels; what lies outside the panel counts as its edge. A press while the pen is down is a move, a move or
     // a release while it is up is nothing. When the pipe is full, SYN_DROPPED and where the pen is then follow as soon
     // as there is room, so that a reader that wakes up late never keeps a pen that was lifted.
-    void press(int x, int y);
-    void move(int x, int y);
-    void release();
+    void press(int x, int y) override;
+    void move(int x, int y) override;
+    void release() override;
+
+    // From now on what faces do with the three above goes to `pen`, which decides what the program gets.
+    void divertTo(Pen& pen) { diversion = &pen; }
+
+    // The same three, past a diversion.
+    void pressNow(int x, int y);
+    void moveNow(int x, int y);
+    void releaseNow();
 
     // For a program that is started anew: the pen is up, and nothing is left to read.
     void empty();
@@ -62,6 +69,7 @@ class TouchStream {
 
     EventLoop& loop;
     SharedPage& page;
+    Pen* diversion = nullptr;
     Bits bits;
     Descriptor pipe;
     bool dropped = false;

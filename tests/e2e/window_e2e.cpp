@@ -185,7 +185,7 @@ TEST_F(WindowTest, ShowsAScriptThatFailsWhenItIsCutShort) {
     ASSERT_TRUE(soon([&] { return desktop.pixel(15, 15) == 0xFFFFFF; }));
     desktop.pointAt(480, 360);
     desktop.type(key::R, key::CONTROL);
-    const std::string refusal = "ostrel-sim: Ctrl+R restarts the program only when no script plays\n";
+    const std::string refusal = "ostrel-sim: Ctrl+R restarts the program only when no script is played or recorded\n";
     EXPECT_TRUE(run.complains(refusal));
     desktop.closeWindow();
     EXPECT_EQ(run.status(), 1);
