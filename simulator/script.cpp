@@ -56,8 +56,9 @@ constexpr Range RANGES[] = {
     {Argument::Status, "the exit status", 0, 256},
 };
 
+constexpr const char* BLANKS = " \t\r\f\v";
+
 std::string trimmed(const std::string& text) {
-    constexpr const char* BLANKS = " \t\r\f\v";
     const size_t begin = text.find_first_not_of(BLANKS);
     return begin == std::string::npos ? "" : text.substr(begin, text.find_last_not_of(BLANKS) - begin + 1);
 }
@@ -82,7 +83,7 @@ class Parser {
     // A "#" within a word belongs to it: shot page#1.png.
     static size_t commentAt(const std::string& content) {
         size_t at = content.find('#');
-        while (at != std::string::npos && at > 0 && content[at - 1] != ' ' && content[at - 1] != '\t')
+        while (at != std::string::npos && at > 0 && std::string(BLANKS).find(content[at - 1]) == std::string::npos)
             at = content.find('#', at + 1);
         return at;
     }

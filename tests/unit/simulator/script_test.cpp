@@ -61,6 +61,14 @@ TEST(Script, ReadsExpectations) {
     EXPECT_EQ(script.commands[5].numbers[0], 3);
 }
 
+TEST(Script, BeginsAWordAfterEveryKindOfBlank) {
+    const Script script = parseScript("t", "shot a.png\f# one\nshot\vb#.png\v#two\nexpect-setting 1 Name\f#three");
+    ASSERT_EQ(script.commands.size(), 3U);
+    EXPECT_EQ(script.commands[0].text, "a.png");
+    EXPECT_EQ(script.commands[1].text, "b#.png");
+    EXPECT_EQ(script.commands[2].text, "");
+}
+
 TEST(Script, MayBeEmpty) {
     EXPECT_TRUE(parseScript("t", "").commands.empty());
     EXPECT_TRUE(parseScript("t", "\n# nothing\n").commands.empty());
