@@ -53,7 +53,7 @@ TEST(SettingsLanguage, ChangesEveryTextOfEveryPage) {
         const Picture greek = readPicture(desk.file(std::string("greek-") + page.name + ".png"));
         ASSERT_EQ(english.width, 320) << page.name;
         EXPECT_TRUE(english != greek) << page.name;
-        EXPECT_TRUE(matchesTextGolden(greek, std::string("settings-greek-") + page.name));
+        EXPECT_TRUE(matchesTextGolden(greek, std::string("speaks-greek-") + page.name));
     }
     EXPECT_EQ(desk.nvram("get main Language --committed").output, "greek\n");
 }
