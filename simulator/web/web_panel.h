@@ -57,7 +57,7 @@ class WebPanel {
     VncServer vnc;
     Descriptor listener;
     std::list<std::unique_ptr<Connection>> connections;
-    uintptr_t penHolder = 0; // the viewer whose pen is down
+    uintptr_t penHolder = 0;   // the viewer whose pen is down
     uint64_t shownChanges = 0; // as the panel counts them
     int64_t lookCloselyUntilMs = 0;
     EventLoop::Timer timer = 0;

@@ -2,7 +2,7 @@
 import assert from 'node:assert/strict';
 import { createServer } from 'node:http';
 import { after, before, test } from 'node:test';
-import { click, openPanel, PANEL, pixel, pixels, place, simulate, startBrowser, until } from './simulated.mjs';
+import { click, openPanel, PANEL, pixel, pixels, place, simulate, simulateOnOwnPort, startBrowser, until } from './simulated.mjs';
 
 const WHITE = 0xFFFFFF;
 let browser;
@@ -118,7 +118,7 @@ test('refuses the pages of others', async (t) => {
 });
 
 test('connects again to the next simulator on its port', async (t) => {
-  const first = await simulate(t, follow(9));
+  const first = await simulateOnOwnPort(t, follow(9));
   const page = await openPanel(t, browser.context, first);
   const { port } = new URL(first.address);
   await first.stop();

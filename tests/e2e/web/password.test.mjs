@@ -1,9 +1,9 @@
 // The web panel's password in a real browser.
 import assert from 'node:assert/strict';
-import { writeFileSync } from 'node:fs';
+import { rmSync, writeFileSync } from 'node:fs';
 import { join } from 'node:path';
 import { after, before, test } from 'node:test';
-import { click, openPage, pixel, simulate, startBrowser, temporaryDirectory, until } from './simulated.mjs';
+import { click, openPage, pixel, simulate, simulateOnOwnPort, startBrowser, temporaryDirectory, until } from './simulated.mjs';
 
 const WHITE = 0xFFFFFF;
 const PASSWORD = 'r0ut3r!';
@@ -12,16 +12,18 @@ let browser;
 before(async () => { browser = await startBrowser(); });
 after(async () => { await browser.close(); });
 
-function passwordFile() {
-  const path = join(temporaryDirectory(), 'secret');
+function passwordFile(t) {
+  const directory = temporaryDirectory();
+  t.after(() => rmSync(directory, { recursive: true }));
+  const path = join(directory, 'secret');
   writeFileSync(path, `${PASSWORD}\n`, { mode: 0o600 });
   return path;
 }
 
 // The probe behind a password, and the page that asks for it.
-async function openDialog(t, secret = passwordFile(), options = []) {
-  const simulated = await simulate(
-    t, [process.env.OSTREL_PROBE, 'follow', '9'], ['--password-file', secret, ...options]);
+async function openDialog(t) {
+  const secret = passwordFile(t);
+  const simulated = await simulateOnOwnPort(t, [process.env.OSTREL_PROBE, 'follow', '9'], ['--password-file', secret]);
   const page = await openPage(t, browser.context, simulated);
   await page.waitForSelector('#login[open]');
   return { simulated, page, secret };

@@ -18,7 +18,7 @@ export function temporaryDirectory() {
 export async function simulate(test, program, options = []) {
   const state = temporaryDirectory();
   const child = spawn(process.env.OSTREL_SIM, ['--web', '--state', state, ...options, ...program]);
-  const simulated = { state, address: '', output: '', errors: '', ended: null, stop: null };
+  const simulated = { pid: child.pid, state, address: '', output: '', errors: '', ended: null, stop: null };
   simulated.ended = new Promise((resolve) => child.on('close', (status, signal) => resolve(status ?? signal)));
   simulated.stop = () => {
     child.kill('SIGTERM');
@@ -41,6 +41,19 @@ export async function simulate(test, program, options = []) {
     child.on('close', () => reject(new Error(simulated.errors)));
   });
   return simulated;
+}
+
+// The same on a port that no other test takes when it is free for a moment: not the usual one, nor of the kernel's choice.
+export async function simulateOnOwnPort(test, program, options = []) {
+  for (;;) {
+    const port = 20000 + Math.floor(Math.random() * 12000);
+    try {
+      return await simulate(test, program, [`--web=${port}`, ...options]);
+    } catch (error) {
+      if (!error.message.includes('is taken'))
+        throw error;
+    }
+  }
 }
 
 // `device` is what the window is like, in Playwright's words.
