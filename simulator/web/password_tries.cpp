@@ -7,7 +7,7 @@ namespace {
 
 constexpr int FREE_TRIES = 3;
 constexpr int64_t HELD_BACK_MS[] = {1000, 2000, 4000};
-constexpr int64_t FORGOTTEN_MS = 5 * 60 * 1000;
+constexpr int64_t FORGOTTEN_MS = 300'000;
 constexpr size_t MAX_ADDRESSES = 1000;
 
 } // namespace

@@ -35,7 +35,7 @@ class WebPanel {
     std::string whereabouts() const;
 
   private:
-    void listenOn(int port);
+    void listenOn(int wanted);
     std::string url(const IpAddress& at) const;
     void accept();
     void makeRoom();
