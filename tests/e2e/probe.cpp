@@ -102,6 +102,18 @@ int followPen(int strokes, int pollMs, int busyMs) {
     return 0;
 }
 
+// Paints a box anew every `everyMs`, each time in another colour.
+[[noreturn]] void animate(int everyMs) {
+    constexpr int SIDE = 120;
+    uint16_t* panel = mapPanel();
+    for (uint16_t colour = 1;; ++colour) {
+        for (int y = 0; y < SIDE; ++y)
+            for (int x = 0; x < SIDE; ++x)
+                panel[y * WIDTH + x] = static_cast<uint16_t>(colour * 2081);
+        usleep(static_cast<useconds_t>(everyMs) * 1000);
+    }
+}
+
 int crash() {
     abort();
 }
@@ -117,6 +129,8 @@ int main(int argc, char** argv) {
         return 2;
     if (strcmp(arguments[0], "follow") == 0)
         return followPen(number(1), number(2), number(3));
+    if (strcmp(arguments[0], "animate") == 0)
+        animate(number(1));
     if (strcmp(arguments[0], "crash") == 0)
         return crash();
     return 2;
