@@ -149,9 +149,10 @@ TEST_F(Recorded, SessionIsCompleteWhenTheSimulatorIsKilled) {
     start();
     tap(160, 221);
     tap(80, 102);
-    EXPECT_EQ(end(SIGKILL), 137);
     const Colours last = replay();
-    EXPECT_EQ(recordedPanel(), last);
+    EXPECT_TRUE(eventually([&] { return recordedPanel() == last; }));
+    EXPECT_EQ(end(SIGKILL), 137);
+    EXPECT_EQ(replay(), last);
 }
 
 TEST_F(Recorded, SessionOfAProgramThatEndsExpectsThat) {
