@@ -29,7 +29,7 @@ class Recorded : public testing::Test {
             _exit(127);
         }
         int port = 0;
-        ASSERT_TRUE(eventually([&] {
+        ASSERT_TRUE(soon([&] {
             const std::string told = contentOf(desk.file("errors"));
             const size_t begin = told.find("http://127.0.0.1:");
             const size_t end = told.find("/\n", begin);
@@ -53,13 +53,13 @@ class Recorded : public testing::Test {
 
     // Until the program has got it: one that is busy gets nothing, and a person tries again.
     void stroke(const std::vector<std::pair<int, int>>& points, const std::string& line) {
-        ASSERT_TRUE(eventually([&] {
+        ASSERT_TRUE(soon([&] {
             const size_t before = recording().size();
             for (const auto& [x, y] : points)
                 viewer->point(x, y, true);
             viewer->point(points.back().first, points.back().second, false);
             std::string more;
-            EXPECT_TRUE(eventually([&] {
+            EXPECT_TRUE(soon([&] {
                 more = recording().substr(before);
                 // A machine that is held up between press and release makes a long press of a tap.
                 return more.find(line + "\n") != std::string::npos || more.find("release\n") != std::string::npos ||
@@ -137,7 +137,7 @@ TEST_F(Recorded, SessionPlaysToTheSameLastPictureAlsoOnAMachineTenTimesSlower) {
 
     const Colours last = replay();
     ASSERT_EQ(last.size(), 76800U);
-    EXPECT_TRUE(eventually([&] { return recordedPanel() == last; }));
+    EXPECT_TRUE(soon([&] { return recordedPanel() == last; }));
     const Told setting = desk.shell("'" OSTREL_SIM "' nvram --state recorded get main WifiName");
     EXPECT_EQ(setting.output, "Ostrela\n");
     EXPECT_EQ(end(SIGINT), 130);
@@ -150,7 +150,7 @@ TEST_F(Recorded, SessionIsCompleteWhenTheSimulatorIsKilled) {
     tap(160, 221);
     tap(80, 102);
     const Colours last = replay();
-    EXPECT_TRUE(eventually([&] { return recordedPanel() == last; }));
+    EXPECT_TRUE(soon([&] { return recordedPanel() == last; }));
     EXPECT_EQ(end(SIGKILL), 137);
     EXPECT_EQ(replay(), last);
 }

@@ -29,7 +29,7 @@ void expectThatAViewerIsServed(const RunningSimulator& simulator, int x, const s
     EXPECT_TRUE(viewer.point(x, 50, true));
     EXPECT_TRUE(viewer.point(x, 50, false));
     const std::string told = before + "down " + std::to_string(x) + " 50\nup\n";
-    EXPECT_TRUE(eventually([&] { return simulator.output() == told; })) << simulator.output();
+    EXPECT_TRUE(soon([&] { return simulator.output() == told; })) << simulator.output();
     EXPECT_EQ(viewer.picture(4).size(), 307200U);
 }
 
@@ -39,7 +39,7 @@ TEST(Viewer, OfSixteenBitsSeesThePanelsOwnPixels) {
     ASSERT_TRUE(viewer.shakeHands());
     viewer.send(SIXTEEN_BITS);
     std::string picture;
-    ASSERT_TRUE(eventually([&] {
+    ASSERT_TRUE(soon([&] {
         picture = viewer.picture(2);
         return picture.size() == 153600 && picture.find_first_not_of('\0') != std::string::npos;
     }));
@@ -64,9 +64,26 @@ TEST(Viewer, TapsEveryTwoMillisecondsWithoutLosingOne) {
             usleep(1000);
             told += "down " + std::to_string(i) + " 100\nup\n";
         }
-        eventually([&] { return simulator.output() == told; });
+        soon([&] { return simulator.output() == told; });
         EXPECT_EQ(simulator.output(), told) << arguments;
     }
+}
+
+TEST(Viewer, SharesOnePenWithTheOthers) {
+    const RunningSimulator simulator("follow 9");
+    const Client first(simulator.port);
+    const Client second(simulator.port);
+    ASSERT_TRUE(first.shakeHands() && second.shakeHands());
+    first.point(20, 20, true);
+    ASSERT_TRUE(soon([&] { return simulator.output() == "down 20 20\n"; }));
+    second.point(200, 200, true);
+    second.point(200, 200, false);
+    ASSERT_EQ(second.picture(4).size(), 307200U); // asked for after its touch, which has been dealt with
+    first.point(20, 20, false);
+    ASSERT_TRUE(soon([&] { return simulator.output() == "down 20 20\nup\n"; }));
+    second.point(60, 60, true);
+    second.point(60, 60, false);
+    EXPECT_TRUE(soon([&] { return simulator.output() == "down 20 20\nup\ndown 60 60\nup\n"; })) << simulator.output();
 }
 
 TEST(Viewer, IsNotHeldUpBySilentSlowAndGreedyOnes) {

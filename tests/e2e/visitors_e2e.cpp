@@ -23,7 +23,7 @@ TEST(Password, LetsInWhoKnowsIt) {
     ASSERT_TRUE(viewer.shakeHands(PASSWORD));
     EXPECT_TRUE(viewer.point(30, 50, true));
     EXPECT_TRUE(viewer.point(30, 50, false));
-    EXPECT_TRUE(eventually([&] { return simulator.output() == "down 30 50\nup\n"; })) << simulator.output();
+    EXPECT_TRUE(soon([&] { return simulator.output() == "down 30 50\nup\n"; })) << simulator.output();
     EXPECT_EQ(viewer.picture(4).size(), 307200U);
 }
 
@@ -77,7 +77,7 @@ TEST(Password, IsNowhereToBeRead) {
     EXPECT_EQ(environment.find(PASSWORD), std::string::npos);
     viewer.point(1, 1, true);
     viewer.point(1, 1, false);
-    EXPECT_TRUE(eventually([&] { return simulator.output() == "down 1 1\nup\n"; }));
+    EXPECT_TRUE(soon([&] { return simulator.output() == "down 1 1\nup\n"; }));
     EXPECT_EQ(simulator.errors().find(PASSWORD), std::string::npos);
     EXPECT_EQ(contentOf(simulator.desk.file("state/log")).find(PASSWORD), std::string::npos);
 }

@@ -2,27 +2,15 @@
 #ifndef OSTREL_TESTS_E2E_VNC_CLIENT_H
 #define OSTREL_TESTS_E2E_VNC_CLIENT_H
 
-#include "simulator/clock.h"
 #include "simulator/descriptor.h"
 #include "simulator/web/ip_address.h"
+#include "tests/e2e/patience.h"
 #include "tests/e2e/simulator_run.h"
 
 #include <csignal>
-#include <functional>
 #include <rfb/rfb.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
-
-// How long a busy machine may take for anything.
-constexpr int PATIENCE_S = 120;
-
-// Looks every few milliseconds whether `isSo`, as long as there is patience.
-inline bool eventually(const std::function<bool()>& isSo) {
-    for (const int64_t end = ostrel::nowMs() + 1000 * PATIENCE_S; ostrel::nowMs() < end; usleep(5000))
-        if (isSo())
-            return true;
-    return isSo();
-}
 
 // The probe in a simulator with a web panel, on any free port.
 class RunningSimulator {
@@ -42,7 +30,7 @@ class RunningSimulator {
             execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
             _exit(127);
         }
-        eventually([&] {
+        soon([&] {
             const std::string told = errors();
             const size_t begin = told.find("the panel is at http://");
             const size_t end = told.find("/\n", begin);

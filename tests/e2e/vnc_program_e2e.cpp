@@ -22,7 +22,7 @@ int capture(int port, const std::string& picture, const std::string& password) {
     // What is typed before it asks is thrown away: typed again until it is done.
     const std::string typed = password + "\n";
     int looks = 0;
-    const bool ended = eventually([&] {
+    const bool ended = soon([&] {
         char said[1024];
         while (read(terminal, said, sizeof said) > 0) {
         }
@@ -45,7 +45,7 @@ TEST_P(VncProgram, TakesThePictureThatTheSimulatorTakes) {
     const TemporaryDirectory files;
     std::ofstream(files.file("script")) << "tap 100 50\nshot " << files.file("shot.png") << "\nwait 86400000\n";
     const RunningSimulator simulator("follow 9", "--script '" + files.file("script") + "'", GetParam());
-    ASSERT_TRUE(eventually([&] { return !contentOf(files.file("shot.png")).empty(); })) << simulator.errors();
+    ASSERT_TRUE(soon([&] { return !contentOf(files.file("shot.png")).empty(); })) << simulator.errors();
     ASSERT_EQ(capture(simulator.port, files.file("capture.png"), GetParam()), 0);
     const std::vector<uint32_t> shot = ostrel::readPng(files.file("shot.png"));
     const std::vector<uint32_t> captured = ostrel::readPng(files.file("capture.png"));

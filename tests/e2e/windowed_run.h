@@ -2,21 +2,12 @@
 #ifndef OSTREL_TESTS_E2E_WINDOWED_RUN_H
 #define OSTREL_TESTS_E2E_WINDOWED_RUN_H
 
-#include "simulator/clock.h"
 #include "simulator/panel.h"
+#include "tests/e2e/patience.h"
 #include "tests/e2e/simulator_run.h"
 #include "tests/e2e/x_desktop.h"
 
 #include <csignal>
-#include <functional>
-
-// Looks every few milliseconds whether `isSo`, with the patience that a machine under load needs.
-inline bool soon(const std::function<bool()>& isSo) {
-    for (const int64_t end = ostrel::nowMs() + 60000; ostrel::nowMs() < end; usleep(5000))
-        if (isSo())
-            return true;
-    return isSo();
-}
 
 // Runs while the test goes on.
 class WindowedRun {
