@@ -73,7 +73,7 @@ Ending describeEnding(const std::string& path, const LaunchReport& report, const
     case LaunchEvent::KeptCore:
         return ended(" and left a core dump, " + stateDirectory + "/" + state::CORE);
     case LaunchEvent::ExecFailed:
-        return {exit_status::NOT_EXECUTABLE, whyNotExecuted(path, report.value)};
+        return {exit_status::NOT_EXECUTABLE, whyNotExecuted(path, report.value), false};
     case LaunchEvent::Started:
         break;
     }
@@ -92,7 +92,7 @@ Ending describeNoView(const std::string& complaint, bool asRoot) {
             .append(complaint)
             .append("); ")
             .append(asRoot ? refusal->rootCan : refusal->userCan);
-    return {exit_status::SIMULATOR_FAILED, sentence};
+    return {exit_status::SIMULATOR_FAILED, sentence, false};
 }
 
 } // namespace ostrel

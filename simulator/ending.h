@@ -12,6 +12,7 @@ namespace ostrel {
 struct Ending {
     int status;
     std::string sentence;
+    bool ran = true; // false: the simulator could not even start it
 };
 
 // In words, for the program at `path`. `stateDirectory` is where a core dump is kept.

@@ -206,6 +206,8 @@ std::string ScriptPlayer::current() const {
 std::string ScriptPlayer::programEnded(const Ending& ending) {
     loop.cancel(timer);
     finished = nullptr;
+    if (!ending.ran)
+        return ending.sentence;
     while (index < script.commands.size() && isExpectation(script.commands[index]) &&
            isMetNow(script.commands[index])) {
         note(Outcome::Passed, "");

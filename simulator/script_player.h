@@ -34,7 +34,7 @@ class ScriptPlayer {
     void play(double speed, int patienceMs, Finished finished);
 
     // The program has ended. What is wrong with that for the script; empty when nothing was left to do. Expectations
-    // that come next are looked at once.
+    // that come next are looked at once. When it never ran that is all there is to say.
     std::string programEnded(const Ending& ending);
 
     // The end of the program, with its status, is what the script is waiting for.

@@ -188,18 +188,18 @@ class Simulator {
             return;
         }
         loop.stop();
-        if (endingIt) // the simulator's own doing
+        if (endingIt && (ending.ran || exitStatus != 0)) // the simulator's own doing
             return;
         if (recorder)
-            recorder->finish(ending.status);
+            recorder->finish(ending.ran ? std::optional<int>(ending.status) : std::nullopt);
         failure = player ? player->programEnded(ending) : "";
-        exitStatus = player && player->awaitsEnd() ? 0 : ending.status;
+        exitStatus = ending.ran && player && player->awaitsEnd() ? 0 : ending.status;
         if (exitStatus != 0)
             say(ending.sentence);
-        if (!failure.empty())
-            say(failure);
-        else
+        if (failure.empty())
             failure = ending.sentence;
+        else if (failure != ending.sentence)
+            say(failure);
         if (exitStatus == 0 && player && failure != ending.sentence)
             exitStatus = exit_status::SCRIPT_FAILED;
     }

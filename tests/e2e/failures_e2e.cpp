@@ -145,6 +145,28 @@ TEST(Failure, OfAProgramThatIsNone) {
         "cannot run " + desk.file("orphan") + ": its dynamic loader is not on this machine; compile it here", 126);
 }
 
+// The script adds nothing, and cannot be passed.
+TEST(Failure, OfAProgramThatAScriptWaitsFor) {
+    const Desk desk;
+    desk.write("text", "no program\n");
+    fs::permissions(desk.file("text"), fs::perms::owner_all);
+    const std::string sentence =
+        "cannot run " + desk.file("text") + ": it is neither a program nor a script that names its interpreter";
+    for (const char* script :
+         {"tap 1 2\n", "exit-code 126\n", "exit-code 0\n", "quit\n", "expect-setting 1 Nothing\n"}) {
+        desk.write("script", script);
+        expectFailure(desk.run("--script script --junit j.xml ./text"), sentence, 126);
+        EXPECT_NE(contentOf(desk.file("j.xml")).find("message=\"" + sentence + "\""), std::string::npos)
+            << contentOf(desk.file("j.xml"));
+    }
+    desk.write("script", "exit-code 125\n");
+    expectFailure(
+        desk.run(
+            "--script script true", "unshare --user --map-root-user sh -c 'echo 0 > /proc/sys/user/max_pid_namespaces "
+                                    "&& exec \"$@\"' sh"),
+        NO_NAMESPACES + std::string("raise the limits that 'sysctl user' shows, as root"));
+}
+
 TEST(Failure, OfAFullDisk) {
     const Desk desk;
     const std::string state = desk.file("state");

@@ -15,6 +15,7 @@ namespace {
 TEST(Ending, PassesTheStatusOn) {
     const Ending ending = describeEnding("/opt/gallery", {LaunchEvent::Exited, 3}, "/state");
     EXPECT_EQ(ending.status, 3);
+    EXPECT_TRUE(ending.ran);
     EXPECT_EQ(ending.sentence, "gallery exited with status 3");
     EXPECT_EQ(describeEnding("/opt/gallery", {LaunchEvent::Exited, 0}, "/state").status, 0);
 }
@@ -35,7 +36,9 @@ TEST(Ending, NamesTheSignal) {
 }
 
 TEST(Ending, SaysWhyAProgramCannotBeRun) {
-    EXPECT_EQ(describeEnding("/nowhere/x", {LaunchEvent::ExecFailed, EACCES}, "/state").status, 126);
+    const Ending refused = describeEnding("/nowhere/x", {LaunchEvent::ExecFailed, EACCES}, "/state");
+    EXPECT_EQ(refused.status, 126);
+    EXPECT_FALSE(refused.ran);
     EXPECT_EQ(
         describeEnding("/nowhere/x", {LaunchEvent::ExecFailed, ENOEXEC}, "/state").sentence,
         "cannot run /nowhere/x: it is neither a program nor a script that names its interpreter");
@@ -60,6 +63,7 @@ TEST(NoView, SaysWhatAllowsNamespaces) {
                                   std::string(complaint) + "); ";
         const Ending users = describeNoView(complaint, false);
         EXPECT_EQ(users.status, 125);
+        EXPECT_FALSE(users.ran);
         EXPECT_EQ(users.sentence.substr(0, begin.size()), begin);
         EXPECT_NE(users.sentence.find(user), std::string::npos) << users.sentence;
         EXPECT_NE(describeNoView(complaint, true).sentence.find(root), std::string::npos) << complaint;

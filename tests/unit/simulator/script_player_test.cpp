@@ -195,6 +195,14 @@ TEST_F(ScriptPlayerTest, SaysWhatIsWrongWithAnExpectedPicture) {
     EXPECT_EQ(end, "ended: t:1: cannot read ./missing.png: No such file or directory");
 }
 
+// Its status is the simulator's own, whatever the script wants.
+TEST_F(ScriptPlayerTest, IsNotPassedByAProgramThatNeverRan) {
+    for (const char* script : {"exit-code 126", "expect-setting 1 Nothing", "tap 1 1", "quit"}) {
+        play(script);
+        EXPECT_EQ(player->programEnded({126, "cannot run gallery", false}), "cannot run gallery") << script;
+    }
+}
+
 TEST_F(ScriptPlayerTest, ComparesTheProgramsStatus) {
     play("exit-code 3");
     EXPECT_TRUE(player->awaitsEnd());
