@@ -19,7 +19,7 @@ using namespace ostrel;
 
 namespace {
 
-constexpr int GRACE_MS = 1000;
+constexpr int GRACE_MS = 5000; // to put things in order, on a busy machine too
 
 void report(int control, LaunchEvent event, int value) {
     const LaunchReport message = {event, value};

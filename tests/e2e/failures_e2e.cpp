@@ -113,7 +113,9 @@ TEST(Failure, OfAUserWithoutAHome) {
 TEST(Failure, OfADirectoryThatIsGone) {
     const Desk desk;
     expectFailure(
-        desk.shell("mkdir gone && cd gone && rmdir ../gone && '" OSTREL_SIM "' --headless --state /tmp/unused true"),
+        desk.shell(
+            "mkdir gone && cd gone && rmdir ../gone && '" OSTREL_SIM "' --headless --state '" + desk.file("state") +
+            "' true"),
         "the directory that you are in is gone; cd to one that is there");
 }
 

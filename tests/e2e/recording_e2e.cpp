@@ -113,7 +113,8 @@ class Recorded : public testing::Test {
     std::unique_ptr<Client> viewer;
 };
 
-constexpr useconds_t REST_US = 400000; // what a person needs to look
+// What a person needs to look. It becomes a pause if 300 ms of it are left when the program asks again.
+constexpr useconds_t REST_US = 2000000;
 
 TEST_F(Recorded, SessionPlaysToTheSameLastPictureAlsoOnAMachineTenTimesSlower) {
     start();

@@ -94,7 +94,7 @@ TEST(Script, ChecksThePanelTheSettingsAndTheEnd) {
     const Told good = desk.play(story, "follow 1");
     EXPECT_EQ(good.errors, "");
     EXPECT_EQ(good.status, 0);
-    const Told bad = desk.play("tap 100 100\nexpect page.png\n", "follow 9", "--patience 0.5");
+    const Told bad = desk.play("tap 100 100\nexpect page.png\n", "follow 9", "--patience 10");
     EXPECT_EQ(bad.status, 1);
     EXPECT_NE(bad.errors.find("script:2: "), std::string::npos) << bad.errors;
     EXPECT_TRUE(std::filesystem::exists(desk.file("page.difference.png")));
