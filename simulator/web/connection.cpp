@@ -124,7 +124,9 @@ void Connection::takeFromViewer() {
     if (kind == Kind::WebSocket) {
         std::string answers;
         alive = webSocket.decode(incoming, rfb, answers);
-        outgoing += answers;
+        // To several pings one pong is enough, the last: who never reads cannot let them pile up.
+        if (!answers.empty())
+            webSocketAnswers = answers;
     } else
         rfb += std::exchange(incoming, "");
     alive = shakeHands() && passToLibrary() && alive;
@@ -224,6 +226,8 @@ void Connection::flush() {
     }
     if (sent > 0)
         outgoing.erase(0, static_cast<size_t>(sent));
+    if (outgoing.empty())
+        outgoing.swap(webSocketAnswers);
     // A viewer that has not taken the last picture gets no next one: its requests wait.
     const bool mayPass = library.isOpen() && outgoing.empty();
     if (mayPass && !toLibrary.empty()) {

@@ -69,11 +69,12 @@ class Connection {
     std::string peer;
     Closed closed;
     Kind kind = Kind::Unknown;
-    std::string incoming;       // from the network, not understood yet
-    std::string outgoing;       // to the network
-    std::string rfb;            // what a viewer says, not understood yet
-    std::string toLibrary;      // passed, not taken yet
-    size_t handshakeToSkip = 0; // the library's own, which was made long before
+    std::string incoming;         // from the network, not understood yet
+    std::string outgoing;         // to the network
+    std::string webSocketAnswers; // to the last pings, or to the end: behind all that is outgoing
+    std::string rfb;              // what a viewer says, not understood yet
+    std::string toLibrary;        // passed, not taken yet
+    size_t handshakeToSkip = 0;   // the library's own, which was made long before
     bool trusted = false;
     bool awaitsVerdict = false;
     bool closing = false;

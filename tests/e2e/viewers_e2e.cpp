@@ -13,8 +13,20 @@ const std::string WEBSOCKET_REQUEST =
     "GET /panel HTTP/1.1\r\nHost: 127.0.0.1:PORT\r\nUpgrade: websocket\r\nConnection: "
     "Upgrade\r\nSec-WebSocket-Version: 13\r\nSec-WebSocket-Key: dGhlIHNhbXBsZSBub25jZQ==\r\n\r\n";
 
+#ifdef OSTREL_SLOW_RUN
+constexpr long MAX_GROWTH_KIB = 300 * 1024; // the address sanitizer keeps up to 256 MiB of freed memory aside
+#else
+constexpr long MAX_GROWTH_KIB = 4096;
+#endif
+
 std::string forPort(std::string request, int port) {
     return request.replace(request.find("PORT"), 4, std::to_string(port));
+}
+
+// Of a WebSocket, with an empty mask; `first` holds the final bit and the kind.
+std::string frame(const std::string& payload, char first = '\x82') {
+    return first + ("\xFE" + std::string(1, static_cast<char>(payload.size() >> 8))) +
+           std::string(1, static_cast<char>(payload.size() & 255)) + std::string(4, '\0') + payload;
 }
 
 uint16_t painted(size_t x, size_t y) {
@@ -113,6 +125,54 @@ TEST(Viewer, IsNotHeldUpBySilentSlowAndGreedyOnes) {
         expectThatAViewerIsServed(simulator, 100 + i);
 }
 
+// Before the handshake, in the middle of it, and with pictures waiting that it has asked for.
+TEST(Viewer, ThatPingsWithoutEndAndNeverReadsCostsNoMemory) {
+    const RunningSimulator simulator("follow 1000");
+    expectThatAViewerIsServed(simulator, 10);
+    std::string pings;
+    while (pings.size() < 1U << 20)
+        pings += frame(std::string(120, 'p'), '\x89');
+    std::string requests;
+    for (int i = 0; i < 20; ++i)
+        requests += std::string("\3\0\0\0\0\0\1\x40\0\xF0", 10);
+    const std::string upgrade = forPort(WEBSOCKET_REQUEST, simulator.port);
+    const std::string asked = "RFB 003.008\n\x01";
+    const std::string entered = "RFB 003.008\n\x01\x01";
+    int x = 20;
+    for (const std::string& said : {std::string(), frame(asked), frame(entered + requests)}) {
+        const long before = simulator.memory();
+        const Client client(simulator.port);
+        ASSERT_TRUE(client.send(upgrade + said));
+        const int small = 1024;
+        setsockopt(client.socket.get(), SOL_SOCKET, SO_RCVBUF, &small, sizeof small);
+        const long mebibytes = 1 + scaled(11);
+        for (long i = 0; i < mebibytes; ++i)
+            ASSERT_TRUE(client.send(pings)) << i; // all of it is read
+        expectThatAViewerIsServed(simulator, x++);
+        EXPECT_LT(simulator.memory(), before + MAX_GROWTH_KIB) << x;
+    }
+}
+
+// A WebSocket that does read gets its pong.
+TEST(Browser, IsAnsweredItsPing) {
+    const RunningSimulator simulator("follow 9");
+    const Client client(simulator.port);
+    ASSERT_TRUE(client.send(forPort(WEBSOCKET_REQUEST, simulator.port)));
+    std::string head;
+    while (head.find("\r\n\r\n") == std::string::npos) {
+        const std::string byte = client.receive(1);
+        ASSERT_EQ(byte.size(), 1U) << head;
+        head += byte;
+    }
+    ASSERT_EQ(client.receive(14).substr(2), "RFB 003.008\n");
+    for (const std::string ping : {"one", "two"}) {
+        ASSERT_TRUE(client.send(frame(ping, '\x89')));
+        EXPECT_EQ(client.receive(5), "\x8A\x03" + ping);
+    }
+    ASSERT_TRUE(client.send(frame("\x03\xE8", '\x88')));
+    EXPECT_EQ(client.receive(100), "\x88\x02\x03\xE8"); // and closes
+}
+
 // A browser opens connections in advance: while it reads the page, one that is silent is not a viewer yet.
 TEST(Browser, MayLetAConnectionWait) {
     const RunningSimulator simulator("follow 9");
@@ -173,20 +233,8 @@ class Garbage {
     }
 
   private:
-    // With an empty mask.
-    static std::string frame(const std::string& payload) {
-        return "\x82\xFE" + std::string(1, static_cast<char>(payload.size() >> 8)) +
-               std::string(1, static_cast<char>(payload.size() & 255)) + std::string(4, '\0') + payload;
-    }
-
     std::mt19937 random;
 };
-
-#ifdef OSTREL_SLOW_RUN
-constexpr long MAX_GROWTH_KIB = 300 * 1024; // the address sanitizer keeps up to 256 MiB of freed memory aside
-#else
-constexpr long MAX_GROWTH_KIB = 4096;
-#endif
 
 // Returns how many connections were refused.
 long attack(const RunningSimulator& simulator, Garbage& garbage, long connections, long& memoryBefore) {
