@@ -108,7 +108,7 @@ void Connection::answerRequest() {
     }
     if (request.method != "GET" && request.method != "HEAD")
         return refuse("405 Method Not Allowed", "The panel's page can only be read.\n");
-    outgoing += answerWithFile(context.files, request.target, request.method == "GET");
+    outgoing += answerWithFile(context.files, request.target, request.method == "GET", request.header("host"));
     closeSoon();
 }
 

@@ -41,6 +41,12 @@ bool readLines(const std::string& head, HttpRequest& request) {
     return (length.empty() || length == "0") && request.headers.count("transfer-encoding") == 0;
 }
 
+// Older browsers do not count a WebSocket as 'self'. The policy's grammar has no place for an IPv6 address.
+std::string webSocketSource(const std::string& host) {
+    constexpr const char* NAMEABLE = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.-:";
+    return host.empty() || host.find_first_not_of(NAMEABLE) != std::string::npos ? "" : " ws://" + host;
+}
+
 } // namespace
 
 std::string lowerCase(std::string text) {
@@ -72,12 +78,14 @@ HttpResult readRequest(std::string& bytes, HttpRequest& request) {
     return head.size() <= MAX_REQUEST_BYTES && readLines(head, request) ? HttpResult::Complete : HttpResult::Malformed;
 }
 
-std::string answer(const std::string& status, const std::string& contentType, const std::string& body, bool withBody) {
+std::string answer(
+    const std::string& status, const std::string& contentType, const std::string& body, bool withBody,
+    const std::string& host) {
     return "HTTP/1.1 " + status + "\r\nContent-Type: " + contentType +
            "\r\nContent-Length: " + std::to_string(body.size()) +
            "\r\nConnection: close\r\nCache-Control: no-cache\r\nX-Content-Type-Options: nosniff\r\n"
-           "Content-Security-Policy: default-src 'self'; img-src 'self' data:; frame-ancestors 'none'\r\n\r\n" +
-           (withBody ? body : "");
+           "Content-Security-Policy: default-src 'self'; img-src 'self' data:; connect-src 'self'" +
+           webSocketSource(host) + "; frame-ancestors 'none'\r\n\r\n" + (withBody ? body : "");
 }
 
 } // namespace ostrel

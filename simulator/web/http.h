@@ -29,8 +29,11 @@ enum class HttpResult { Incomplete, Complete, Malformed };
 // MAX_REQUEST_BYTES and requests with a body are malformed.
 HttpResult readRequest(std::string& bytes, HttpRequest& request);
 
-// A whole answer after which the connection is closed. `status` is "200 OK".
-std::string answer(const std::string& status, const std::string& contentType, const std::string& body, bool withBody);
+// A whole answer after which the connection is closed. `status` is "200 OK". A page may open a WebSocket to where it
+// came from, and to nowhere else: `host` is the request's when it is known to be the panel's own.
+std::string answer(
+    const std::string& status, const std::string& contentType, const std::string& body, bool withBody,
+    const std::string& host = "");
 
 } // namespace ostrel
 

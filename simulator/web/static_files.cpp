@@ -47,7 +47,8 @@ std::string pathOf(const StaticFiles& files, std::string target) {
 
 } // namespace
 
-std::string answerWithFile(const StaticFiles& files, const std::string& target, bool withBody) {
+std::string
+answerWithFile(const StaticFiles& files, const std::string& target, bool withBody, const std::string& host) {
     const std::string path = pathOf(files, target);
     struct stat status = {};
     const char* type = typeOf(path);
@@ -55,7 +56,7 @@ std::string answerWithFile(const StaticFiles& files, const std::string& target, 
         return answer("404 Not Found", "text/plain", "There is no such page.\n", withBody);
     std::ifstream file(path, std::ios::binary);
     const std::string body{std::istreambuf_iterator<char>(file), {}};
-    return answer("200 OK", type, body, withBody);
+    return answer("200 OK", type, body, withBody, host);
 }
 
 } // namespace ostrel

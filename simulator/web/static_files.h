@@ -11,8 +11,9 @@ struct StaticFiles {
     std::string novnc; // below "/novnc/"
 };
 
-// The whole answer to GET or HEAD of `target`.
-std::string answerWithFile(const StaticFiles& files, const std::string& target, bool withBody);
+// The whole answer to GET or HEAD of `target` at `host`, which is the panel's own.
+std::string
+answerWithFile(const StaticFiles& files, const std::string& target, bool withBody, const std::string& host = "");
 
 } // namespace ostrel
 

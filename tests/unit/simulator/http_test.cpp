@@ -51,6 +51,21 @@ TEST(Http, DoesNotCollectAnEndlessRequest) {
     EXPECT_EQ(readRequest(bytes, request), HttpResult::Malformed);
 }
 
+std::string policyFor(const std::string& host) {
+    const std::string whole = answer("200 OK", "text/html", "", true, host);
+    const size_t begin = whole.find("Content-Security-Policy: ") + 25;
+    return whole.substr(begin, whole.find("\r\n", begin) - begin);
+}
+
+TEST(Http, LetsAPageConnectToWhereItCameFromOnly) {
+    const std::string before = "default-src 'self'; img-src 'self' data:; connect-src 'self'";
+    const std::string after = "; frame-ancestors 'none'";
+    EXPECT_EQ(policyFor("127.0.0.1:6080"), before + " ws://127.0.0.1:6080" + after);
+    EXPECT_EQ(policyFor("desk-1.local"), before + " ws://desk-1.local" + after);
+    for (const char* host : {"", "[::1]:6080", "desk;script-src *", "desk *", "desk,x", "desk\"", "desk/"})
+        EXPECT_EQ(policyFor(host), before + after) << host;
+}
+
 class StaticFilesTest : public testing::Test {
   protected:
     StaticFilesTest() : files{directory.file("page"), directory.file("novnc")} {
@@ -70,6 +85,7 @@ TEST_F(StaticFilesTest, AreServedWithTheirType) {
     EXPECT_EQ(page.rfind("HTTP/1.1 200 OK\r\nContent-Type: text/html; charset=utf-8\r\nContent-Length: 8\r\n", 0), 0U);
     EXPECT_EQ(page.substr(page.size() - 12), "\r\n\r\nthe page");
     EXPECT_NE(answerWithFile(files, "/novnc/core/rfb.js", true).find("text/javascript"), std::string::npos);
+    EXPECT_NE(answerWithFile(files, "/", true, "localhost:7000").find(" ws://localhost:7000;"), std::string::npos);
     const std::string head = answerWithFile(files, "/", false);
     EXPECT_NE(head.find("Content-Length: 8\r\n"), std::string::npos);
     EXPECT_EQ(head.substr(head.size() - 4), "\r\n\r\n");
