@@ -14,7 +14,7 @@ namespace {
 
 // A browser speaks first, a VNC viewer waits for the server's greeting: who has been silent for so long is a viewer.
 // While a page is read, the browser opens connections that it may use a good deal later.
-constexpr int64_t SILENCE_MS = 500;
+constexpr int64_t SILENCE_MS = 1500;
 constexpr int64_t BROWSER_SILENCE_MS = 5000;
 constexpr int64_t PAGE_IS_READ_MS = 10'000;
 // For a request, or for the handshake with somebody who types a password.
@@ -36,7 +36,7 @@ Connection::Connection(Descriptor connected, std::string peer, const WebContext&
       handshake(context.password) {
     context.loop.watch(socket.get(), POLLIN, [this](short events) { onSocket(events); });
     const bool pageIsRead = nowMs() - context.lastRequestMs < PAGE_IS_READ_MS;
-    timer = context.loop.after(pageIsRead ? BROWSER_SILENCE_MS : SILENCE_MS, [this] { becomeViewer(Kind::Viewer); });
+    timer = context.loop.after(pageIsRead ? BROWSER_SILENCE_MS : SILENCE_MS, [this] { greetTheSilent(); });
 }
 
 Connection::~Connection() {
@@ -110,6 +110,15 @@ void Connection::answerRequest() {
         return refuse("405 Method Not Allowed", "The panel's page can only be read.\n");
     outgoing += answerWithFile(context.files, request.target, request.method == "GET", request.header("host"));
     closeSoon();
+}
+
+// On a busy machine the first bytes may have come while nobody looked.
+void Connection::greetTheSilent() {
+    char first = 0;
+    if (recv(socket.get(), &first, 1, MSG_PEEK) < 0 && errno == EAGAIN)
+        becomeViewer(Kind::Viewer);
+    else
+        readSocket();
 }
 
 void Connection::becomeViewer(Kind viewerKind) {

@@ -52,6 +52,7 @@ class Connection {
     void readSocket();
     void understand();
     void answerRequest();
+    void greetTheSilent();
     void becomeViewer(Kind viewerKind);
     void takeFromViewer();
     bool shakeHands();
