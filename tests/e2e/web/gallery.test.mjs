@@ -31,7 +31,7 @@ test('a click toggles a switch, another one toggles it back', async (t) => {
   const gallery = await title();
   await click(page, 160, 103);
   await until(async () => await title() !== gallery, 'the page of choices is drawn');
-  await settled(page); // a stroke begun while a program is busy for long is dropped
+  await settled(page);
   const off = await guests();
 
   await click(page, 240, 122);

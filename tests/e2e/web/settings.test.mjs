@@ -22,33 +22,9 @@ function changedColumns(one, other) {
   return one[0].filter((_, x) => one.some((row, y) => row[x] !== other[y][x])).length;
 }
 
-// A program that was kept from looking for a quarter of a second drops what was tapped meanwhile, as a person notices
-// after a while.
-async function clickUntil(page, x, y, isSo, what) {
-  const patienceMs = 10000;
-  for (let tries = 0; tries < 6; tries++) {
-    await click(page, x, y);
-    try {
-      await until(isSo, what, patienceMs);
-      return;
-    } catch (error) {
-      if (tries === 5)
-        throw error;
-    }
-  }
-}
-
-// A browser that hesitates too long is taken for another viewer: the page is then opened once more.
-async function openPatiently(t, simulated) {
-  for (let tries = 0; tries < 4; tries++) {
-    try {
-      return await openPanel(t, browser.context, simulated);
-    } catch (error) {
-      if (!/Timeout|ERR_/.test(String(error)))
-        throw error;
-    }
-  }
-  return openPanel(t, browser.context, simulated);
+async function clickAndWait(page, x, y, isSo, what) {
+  await click(page, x, y);
+  await until(isSo, what);
 }
 
 function setting(simulated, name) {
@@ -58,24 +34,24 @@ function setting(simulated, name) {
 
 test('clicks give the Wi-Fi network another name, which is stored', async (t) => {
   const simulated = await simulate(t, [process.env.OSTREL_SETTINGS], ['--speed', '20']);
-  const page = await openPatiently(t, simulated);
+  const page = await openPanel(t, browser.context, simulated);
   const title = async () => (await look(page, 90, 8, 190, 34)).join();
   const textBox = () => look(page, 40, 10, 280, 44);
   await until(async () => new Set((await look(page, 0, 0, 320, 240)).flat()).size > 20, 'the home page is drawn');
   await settled(page);
 
   const home = await title();
-  await clickUntil(page, 80, 77, async () => await title() !== home, 'the Wi-Fi page is drawn');
+  await clickAndWait(page, 80, 77, async () => await title() !== home, 'the Wi-Fi page is drawn');
   await settled(page);
   const wifi = await title();
-  await clickUntil(page, 210, 63, async () => await title() !== wifi, 'the keyboard is drawn');
+  await clickAndWait(page, 210, 63, async () => await title() !== wifi, 'the keyboard is drawn');
   await settled(page);
   const name = await textBox();
   const widerThanACursor = 6;
-  await clickUntil(page, 79, 192, async () => changedColumns(name, await textBox()) >= widerThanACursor, 'x is typed');
-  await clickUntil(page, 283, 223, async () => await title() === wifi, 'the entry is done');
+  await clickAndWait(page, 79, 192, async () => changedColumns(name, await textBox()) >= widerThanACursor, 'x is typed');
+  await clickAndWait(page, 283, 223, async () => await title() === wifi, 'the entry is done');
   assert.equal(setting(simulated, 'WifiName'), 'Ostrel\n');
-  await clickUntil(page, 160, 218, () => setting(simulated, 'WifiName') === 'Ostrelx\n', 'the name is stored');
+  await clickAndWait(page, 160, 218, () => setting(simulated, 'WifiName') === 'Ostrelx\n', 'the name is stored');
   await until(async () => await title() === wifi, 'the page is back');
   if (process.env.PICTURES)
     await page.screenshot({ path: `${process.env.PICTURES}/web-settings.png` });

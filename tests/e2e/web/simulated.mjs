@@ -17,7 +17,8 @@ export function temporaryDirectory() {
 // what the program says, `ended` gives the exit status, `state` is its state directory.
 export async function simulate(test, program, options = []) {
   const state = temporaryDirectory();
-  const child = spawn(process.env.OSTREL_SIM, ['--web', '--state', state, ...options, ...program]);
+  const patient = { ...process.env, OSTREL_TOUCH_STALE_MS: '86400000' }; // no stroke is old on a slow machine
+  const child = spawn(process.env.OSTREL_SIM, ['--web', '--state', state, ...options, ...program], { env: patient });
   const simulated = { pid: child.pid, state, address: '', output: '', errors: '', ended: null, stop: null };
   simulated.ended = new Promise((resolve) => child.on('close', (status, signal) => resolve(status ?? signal)));
   simulated.stop = () => {
@@ -75,7 +76,8 @@ export async function startBrowser(device = { viewport: { width: 1280, height: 8
   };
 }
 
-// Opens the panel's page, until the test is over.
+// Opens the panel's page, until the test is over. A browser that hesitates for long is taken for a viewer: what it could
+// not read then is read once more.
 export async function openPage(test, context, simulated) {
   const page = await context.newPage();
   page.setDefaultTimeout(PATIENCE_MS);
@@ -83,8 +85,20 @@ export async function openPage(test, context, simulated) {
   page.mistakes = [];
   page.on('console', (message) => { if (message.type() === 'error') page.mistakes.push(message.text()); });
   page.on('pageerror', (error) => page.mistakes.push(String(error)));
-  await page.goto(simulated.address);
-  return page;
+  let failed = 0;
+  page.on('requestfailed', () => { failed++; });
+  for (let tries = 1; ; tries++) {
+    failed = 0;
+    page.mistakes.length = 0;
+    try {
+      await page.goto(simulated.address);
+      if (failed === 0 || tries === 5)
+        return page;
+    } catch (error) {
+      if (tries === 5 || !/Timeout|ERR_/.test(String(error)))
+        throw error;
+    }
+  }
 }
 
 // The same, and waits for its first picture.
