@@ -92,7 +92,11 @@ void Connection::answerRequest() {
     if (result == HttpResult::Malformed)
         return refuse("400 Bad Request", "This is not a proper request.\n");
     if (!isForThisPanel(request, context.names))
-        return refuse("421 Misdirected Request", "The panel answers to its IP addresses and localhost only.\n");
+        return refuse(
+            "421 Misdirected Request", context.names.empty()
+                                           ? "The panel answers to IP addresses and localhost only.\n"
+                                           : "The panel answers to IP addresses, localhost and this machine's own "
+                                             "names only.\n");
     context.lastRequestMs = nowMs();
     if (request.target == "/panel") {
         const std::string accepted = acceptWebSocket(request);
