@@ -17,6 +17,8 @@ int64_t PasswordTries::holdBack(const std::string& address, bool isRight, int64_
     const auto found = wrong.find(address);
     const int before = found == wrong.end() ? 0 : found->second.count;
     if (!isRight) {
+        if (found == wrong.end())
+            makeRoom();
         Wrong& tries = wrong[address];
         tries.lastMs = nowMs;
         tries.count = std::min(before + 1, FREE_TRIES + static_cast<int>(std::size(HELD_BACK_MS)));
@@ -28,6 +30,9 @@ int64_t PasswordTries::holdBack(const std::string& address, bool isRight, int64_
 void PasswordTries::forget(int64_t nowMs) {
     for (auto entry = wrong.begin(); entry != wrong.end();)
         entry = nowMs - entry->second.lastMs >= FORGOTTEN_MS ? wrong.erase(entry) : std::next(entry);
+}
+
+void PasswordTries::makeRoom() {
     if (wrong.size() >= MAX_ADDRESSES)
         wrong.erase(std::min_element(wrong.begin(), wrong.end(), [](const auto& one, const auto& other) {
             return one.second.lastMs < other.second.lastMs;

@@ -21,6 +21,7 @@ class PasswordTries {
         int64_t lastMs = 0;
     };
     void forget(int64_t nowMs);
+    void makeRoom();
 
     std::map<std::string, Wrong> wrong;
 };

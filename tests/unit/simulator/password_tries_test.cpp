@@ -49,9 +49,14 @@ TEST(PasswordTries, OfManyAddressesKeepTheLastThousand) {
     for (int address = 0; address < 1000; ++address)
         for (int i = 0; i < 4; ++i)
             tries.holdBack(std::to_string(address), WRONG, address);
+    EXPECT_EQ(tries.holdBack("1000", RIGHT, 2000), 0); // takes nobody's place
+    EXPECT_EQ(tries.holdBack("0", RIGHT, 2000), 2000);
+    EXPECT_EQ(tries.holdBack("500", WRONG, 2000), 2000); // has one already
+    EXPECT_EQ(tries.holdBack("0", RIGHT, 2000), 2000);
+    EXPECT_EQ(tries.holdBack("1000", WRONG, 2000), 0);
     EXPECT_EQ(tries.holdBack("0", RIGHT, 2000), 0); // had to go
+    EXPECT_EQ(tries.holdBack("1", RIGHT, 2000), 2000);
     EXPECT_EQ(tries.holdBack("999", RIGHT, 2000), 2000);
-    EXPECT_EQ(tries.holdBack("500", RIGHT, 2000), 2000);
 }
 
 } // namespace
