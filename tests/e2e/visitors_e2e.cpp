@@ -157,7 +157,30 @@ TEST(Address, IsWhatABrowserMayCallThePanel) {
     EXPECT_EQ(statusFor(open, "rebound.example" + port), "421");
     const RunningSimulator own("follow 9");
     EXPECT_EQ(statusFor(own, "localhost:7000"), "200");
-    EXPECT_EQ(statusFor(own, "desk.example" + port), "421"); // whoever controls the network's names could let it point here
+    EXPECT_EQ(
+        statusFor(own, "desk.example" + port), "421"); // whoever controls the network's names could let it point here
+}
+
+// Either this test has the usual port or somebody else on this machine does, who may let it go at any time.
+TEST(Port, ThatIsUsualAndTakenIsReplacedByAnother) {
+    constexpr int USUAL_PORT = 6080;
+    const ostrel::Descriptor holder(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    const int on = 1;
+    setsockopt(holder.get(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
+    sockaddr_storage place;
+    const socklen_t size = ostrel::IpAddress().fill(place, USUAL_PORT);
+    bool isHeld = false;
+    int port = 0;
+    do {
+        isHeld = isHeld || (bind(holder.get(), reinterpret_cast<const sockaddr*>(&place), size) == 0 &&
+                            listen(holder.get(), 1) == 0);
+        const RunningSimulator simulator("follow 9");
+        port = simulator.port;
+        EXPECT_EQ(simulator.errors(), "ostrel-sim: the panel is at http://127.0.0.1:" + std::to_string(port) + "/\n");
+        EXPECT_TRUE(Client(port).shakeHands());
+    } while (!isHeld && port == USUAL_PORT);
+    EXPECT_NE(port, USUAL_PORT);
+    EXPECT_NE(port, 0);
 }
 
 TEST(Port, ThatIsTakenIsSaidSo) {
