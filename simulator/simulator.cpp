@@ -89,8 +89,7 @@ class Simulator {
             startRecording();
         showFace();
         startProgram();
-        if (options.verbose || isatty(STDERR_FILENO) != 0)
-            progress.watch();
+        watchProgress();
         if (web)
             say("the panel is at " + web->whereabouts());
         if (player)
@@ -167,9 +166,14 @@ class Simulator {
     }
 
     // A run in which nobody looks at standard error stays as quiet as it was quick.
+    void watchProgress() {
+        if (options.verbose || isatty(STDERR_FILENO) != 0)
+            progress.watch();
+    }
+
     std::string stage() {
         const std::string name = std::filesystem::path(path).filename().string();
-        if (endingIt)
+        if (endingIt || restarting)
             return "waiting for " + name + " to end";
         if (!program.hasStarted())
             return "still making the view of the files for " + name;
@@ -219,6 +223,7 @@ class Simulator {
         if (endingIt)
             return;
         restarting = true;
+        watchProgress();
         window->setState("restarting");
         program.terminate();
     }
@@ -235,6 +240,7 @@ class Simulator {
         endingIt = true;
         exitStatus = status;
         failure = why;
+        watchProgress();
         if (window)
             window->setState("ending");
         program.terminate();

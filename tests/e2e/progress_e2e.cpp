@@ -1,4 +1,5 @@
 // A line on standard error while something takes long. What takes long here waits for that very line.
+#include "tests/e2e/family.h"
 #include "tests/e2e/simulator_run.h"
 
 #include <gtest/gtest.h>
@@ -36,6 +37,25 @@ TEST(Progress, NamesTheLineOfAScript) {
     const Told run = desk.run("--verbose --script script sh \"$PWD/program\"");
     EXPECT_EQ(run.output, "down 1 2\nup\n");
     EXPECT_EQ(run.status, 0) << run.errors;
+}
+
+// The program has drawn long ago and takes its time to end.
+TEST(Progress, IsToldAgainWhenTheProgramIsEnded) {
+    const Desk desk;
+    desk.write(
+        "program", "trap \"" + waitFor(desk, "waiting for sh to end") +
+                       "exit\" TERM\n'" OSTREL_PROBE "' follow 0\nsleep 0.5\necho >'" + desk.file("ready") +
+                       "'\nwhile :; do sleep 0.05; done\n");
+    Family family(
+        "cd '" + desk.directory.path +
+        "' && OSTREL_ASSETS=assets exec '" OSTREL_SIM
+        "' --headless --verbose --state state sh \"$PWD/program\" 2> errors");
+    ASSERT_TRUE(soon([&] { return std::filesystem::exists(desk.file("ready")); }));
+    kill(family.head, SIGTERM);
+    EXPECT_TRUE(family.isGone());
+    EXPECT_EQ(family.status, 143);
+    const std::string errors = contentOf(desk.file("errors"));
+    EXPECT_NE(errors.find("ostrel-sim: waiting for sh to end\n"), std::string::npos) << errors;
 }
 
 // Where standard error is a file, only --verbose tells of progress; a terminal always does.

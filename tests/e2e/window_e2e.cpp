@@ -151,6 +151,20 @@ TEST_F(WindowTest, RestartsTheProgramAndKeepsTheSettings) {
     EXPECT_EQ(run.errors(), "");
 }
 
+// What takes long here waits for the very line that tells of it.
+TEST_F(WindowTest, TellsWhenARestartTakesLong) {
+    const Desk files;
+    files.write(
+        "program", "trap 'until grep -q \"waiting for sh to end\" \"$1\"; do sleep 0.05; done; exit' TERM\n" + PROBE +
+                       "follow 0\nsleep 0.5\necho ready\nwhile :; do sleep 0.05; done\n");
+    const WindowedRun run(desktop, "--verbose --window sh '" + files.file("program") + "' \"$PWD/errors\"");
+    EXPECT_TRUE(run.says("ready\n"));
+    ASSERT_TRUE(isShown());
+    desktop.type(key::R, key::CONTROL);
+    EXPECT_TRUE(run.says("ready\nready\n")) << run.errors();
+    EXPECT_NE(run.errors().find("ostrel-sim: waiting for sh to end\n"), std::string::npos) << run.errors();
+}
+
 TEST_F(WindowTest, EndsProgramAndSimulatorWhenItIsClosed) {
     WindowedRun run(desktop, "--window " + PROBE + "follow 9");
     ASSERT_TRUE(isShown());
