@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstring>
+#include <elf.h>
 #include <iterator>
 
 namespace ostrel {
@@ -38,8 +39,8 @@ std::string whyNotExecuted(const std::string& path, int reason) {
     const std::string cannot = "cannot run " + path + ": ";
     const ElfKind kind = programKind(path);
     if (reason == ENOEXEC && kind.bits != Bits::Unknown)
-        return cannot + "it is a program for " + machineName(kind.machine) +
-               "; compile it for this machine, or install qemu-user-static";
+        return cannot + "it is a program for " + machineName(kind.machine) + "; compile it for this machine" +
+               (kind.machine == EM_ARM ? ", or run it under 'qemu-arm -L ROOT', where ROOT has its libraries" : "");
     if (reason == ENOEXEC)
         return cannot + "it is neither a program nor a script that names its interpreter";
     if (reason == ENOENT && !hiddenBy(path).empty())

@@ -91,7 +91,7 @@ TEST(Ending, NamesTheMachineOfAForeignProgram) {
     EXPECT_EQ(run.status, 126);
     EXPECT_EQ(
         run.errors, "ostrel-sim: cannot run " + desk.file("foreign") +
-                        ": it is a program for RISC-V; compile it for this machine, or install qemu-user-static\n");
+                        ": it is a program for RISC-V; compile it for this machine\n");
 }
 
 TEST(Ending, SaysWhatIsMissingOnTheMachine) {

@@ -95,6 +95,29 @@ TEST(Ending, TellsAHiddenProgramFromOneWithoutALoader) {
         sentence("/nowhere/x"), "cannot run /nowhere/x: its dynamic loader is not on this machine; compile it here");
 }
 
+// The router's own programs are the ones that a desk can emulate with the simulator's devices.
+TEST(Ending, SaysHowAProgramOfTheRouterIsRun) {
+    const TemporaryDirectory directory;
+    const std::string program = directory.file("x");
+    const auto sentenceFor = [&](char machine) {
+        std::string header(
+            "\x7f"
+            "ELF\x01\x01\x01",
+            7);
+        header.resize(64);
+        header[16] = 2;
+        header[18] = machine;
+        std::ofstream(program, std::ios::binary) << header;
+        return describeEnding(program, {LaunchEvent::ExecFailed, ENOEXEC}, "/state").sentence;
+    };
+    EXPECT_EQ(
+        sentenceFor('\x28'), "cannot run " + program +
+                                 ": it is a program for ARM; compile it for this machine, or run it under 'qemu-arm -L "
+                                 "ROOT', where ROOT has its libraries");
+    EXPECT_EQ(
+        sentenceFor('\xf3'), "cannot run " + program + ": it is a program for RISC-V; compile it for this machine");
+}
+
 std::string whyNotResolved(const std::string& name, int& status) {
     try {
         return resolveProgram(name);
