@@ -61,6 +61,10 @@ bool isExpectation(const Command& command) {
     }
 }
 
+std::string expectedPicture(const Command& command, const Script& script) {
+    return command.text.front() == '/' ? command.text : script.directory + command.text;
+}
+
 Expectation
 expectationOf(const Command& command, const Script& script, Panel& panel, const std::string& stateDirectory) {
     switch (command.action) {
@@ -71,7 +75,7 @@ expectationOf(const Command& command, const Script& script, Panel& panel, const 
     case Action::ExpectLog:
         return expectLog(command.text, stateDirectory);
     default:
-        return expectPicture(command.text.front() == '/' ? command.text : script.directory + "/" + command.text, panel);
+        return expectPicture(expectedPicture(command, script), panel);
     }
 }
 

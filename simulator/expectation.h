@@ -17,6 +17,9 @@ struct Expectation {
 
 bool isExpectation(const Command& command);
 
+// The file of an `expect`.
+std::string expectedPicture(const Command& command, const Script& script);
+
 // For a command that is one. `panel` is looked at as long as the expectation lives. Throws Failure when there is
 // nothing to compare with.
 Expectation

@@ -64,4 +64,14 @@ std::string PictureExpectation::explain(const Picture& picture) const {
            ".expected.png, .actual.png and .difference.png";
 }
 
+std::string saveActual(const std::string& file, const Picture& picture) {
+    const std::string actual = std::filesystem::path(file).stem().string() + ".actual.png";
+    try {
+        writePng(actual, picture);
+    } catch (const Failure& failure) {
+        return failure.what();
+    }
+    return "the panel is saved as " + actual + ": if it is right, rename it to " + file;
+}
+
 } // namespace ostrel

@@ -24,6 +24,10 @@ class PictureExpectation {
     std::vector<uint32_t> colours;
 };
 
+// Where there is nothing in `file` to compare with: saves NAME.actual.png in the working directory and says in one
+// sentence what to do with it, or why it could not be saved.
+std::string saveActual(const std::string& file, const Picture& picture);
+
 } // namespace ostrel
 
 #endif

@@ -68,7 +68,7 @@ class Parser {
     explicit Parser(std::string name) : name(std::move(name)) {}
 
     Script parse(const std::string& text) {
-        Script script{name, ".", {}};
+        Script script{name, "", {}};
         std::istringstream lines(text);
         for (std::string content; std::getline(lines, content);) {
             ++line;

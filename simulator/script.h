@@ -34,7 +34,7 @@ struct Command {
 
 struct Script {
     std::string name;      // for messages
-    std::string directory; // of the script: expected pictures lie beside it
+    std::string directory; // of the script, with a slash, or empty: expected pictures lie beside it
     std::vector<Command> commands;
 };
 

@@ -2,6 +2,7 @@
 
 #include "simulator/clock.h"
 #include "simulator/failure.h"
+#include "simulator/picture_expectation.h"
 #include "simulator/png_file.h"
 
 #include <sstream>
@@ -119,8 +120,12 @@ void ScriptPlayer::awaitQuestion(const Step& step, uint32_t looksBefore) {
 void ScriptPlayer::expect(const Command& command) {
     try {
         awaitExpected(expectationOf(command, script, panel, stateDirectory));
-    } catch (const Failure& failure) {
-        fail(failure.what());
+    } catch (const Failure& failure) { // there is no such picture yet, or none that can be compared
+        const std::string reason = failure.what();
+        whenAsked([this, &command, reason] {
+            panel.look();
+            fail(reason + "; " + saveActual(expectedPicture(command, script), panel.picture()));
+        });
     }
 }
 

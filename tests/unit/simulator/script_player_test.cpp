@@ -189,10 +189,23 @@ TEST_F(ScriptPlayerTest, NamesThePixelsOfAWrongPictureAndSavesThem) {
     std::filesystem::current_path("/");
 }
 
-TEST_F(ScriptPlayerTest, SaysWhatIsWrongWithAnExpectedPicture) {
-    play("expect missing.png");
+// How a script's first pictures come about.
+TEST_F(ScriptPlayerTest, SavesThePanelWhereThereIsNoExpectedPicture) {
+    std::filesystem::current_path(directory.path);
+    play("tap 1 1\nexpect golden/missing.png");
+    ask();
+    ask();
     settle();
-    EXPECT_EQ(end, "ended: t:1: cannot read ./missing.png: No such file or directory");
+    EXPECT_EQ(end, "playing"); // the program is busy with the tap
+    const Picture white(76800, 0xFFFF);
+    const Descriptor framebuffer(open(directory.file("fb0").c_str(), O_WRONLY));
+    EXPECT_EQ(pwrite(framebuffer.get(), white.data(), 153600, 0), 153600);
+    ask();
+    EXPECT_EQ(
+        end, "ended: t:2: cannot read golden/missing.png: No such file or directory; the panel is saved as "
+             "missing.actual.png: if it is right, rename it to golden/missing.png");
+    EXPECT_EQ(readPng("missing.actual.png")[0], 0xFFFFFFU);
+    std::filesystem::current_path("/");
 }
 
 // Its status is the simulator's own, whatever the script wants.
