@@ -24,6 +24,9 @@ class Failure : public std::runtime_error {
     int status;
 };
 
+// "cannot write FILE: Permission denied; choose another place": with what to do.
+Failure writeFailure(const std::string& what, int reason = errno);
+
 // "cannot open FILE: No such file or directory", with the reason that errno gives.
 Failure systemFailure(const std::string& what, int reason = errno);
 

@@ -112,14 +112,14 @@ std::string junitText(const std::string& suite, double seconds, const std::vecto
 JunitFile::JunitFile(const std::string& file)
     : name(file), file(open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {
     if (!this->file.isOpen())
-        throw systemFailure("cannot write the test results " + name);
+        throw writeFailure("the test results " + name);
 }
 
 void JunitFile::write(const std::string& text) {
     for (size_t done = 0; done < text.size();) {
         const ssize_t count = ::write(file.get(), text.data() + done, text.size() - done);
         if (count <= 0)
-            throw systemFailure("cannot write the test results " + name);
+            throw writeFailure("the test results " + name);
         done += static_cast<size_t>(count);
     }
 }

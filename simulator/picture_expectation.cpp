@@ -54,7 +54,7 @@ std::string PictureExpectation::explain(const Picture& picture) const {
     std::error_code error;
     std::filesystem::copy_file(file, name + ".expected.png", std::filesystem::copy_options::overwrite_existing, error);
     if (error)
-        throw Failure("cannot write " + name + ".expected.png: " + error.message());
+        throw writeFailure(name + ".expected.png", error.value());
     writePng(name + ".actual.png", picture);
     writePng(name + ".difference.png", marked(colours, picture));
     const Difference difference = compare(colours, picture);

@@ -25,11 +25,11 @@ void writePng(const std::string& path, const Picture& picture) {
     if (png_image_write_to_file(&image, unfinished.c_str(), 0, bytes.data(), 0, nullptr) == 0) {
         const int reason = errno;
         remove(unfinished.c_str());
-        throw reason != 0 ? systemFailure("cannot write " + path, reason)
+        throw reason != 0 ? writeFailure(path, reason)
                           : Failure("cannot write " + path + ": " + std::string(image.message));
     }
     if (rename(unfinished.c_str(), path.c_str()) != 0)
-        throw systemFailure("cannot write " + path);
+        throw writeFailure(path);
 }
 
 std::vector<uint32_t> readPng(const std::string& path) {

@@ -33,7 +33,7 @@ Recording::Recording(const std::string& file, const std::string& replay, double 
     : file(open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, 0666)), name(file), speed(speed),
       say(std::move(say)) {
     if (!this->file.isOpen())
-        throw systemFailure("cannot write the recording " + file);
+        throw writeFailure("the recording " + file);
     write("# Recorded by ostrel-sim. To play it:");
     write("#     " + onOneLine(replay));
     write(

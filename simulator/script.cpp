@@ -202,7 +202,10 @@ Script readScript(const std::string& file) {
     while ((count = read(descriptor.get(), bytes, sizeof bytes)) > 0)
         text.append(bytes, static_cast<size_t>(count));
     if (count < 0)
-        throw systemFailure("cannot read the script " + file, descriptor.isOpen() ? errno : openReason);
+        throw Failure(
+            std::string(
+                systemFailure("cannot read the script " + file, descriptor.isOpen() ? errno : openReason).what()) +
+            "; check its name and its rights");
     Script script = parseScript(fromInput ? "standard input" : file, text);
     if (!fromInput && file.find('/') != std::string::npos)
         script.directory = file.substr(0, file.rfind('/') + 1);

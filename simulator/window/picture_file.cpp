@@ -17,7 +17,7 @@ std::string reserveFile(const std::string& name) {
         if (created.isOpen())
             return file;
         if (errno != EEXIST)
-            throw systemFailure("cannot write " + file);
+            throw writeFailure(file);
     }
 }
 

@@ -121,13 +121,19 @@ TEST(Failure, OfADirectoryThatIsGone) {
 
 TEST(Failure, OfAScriptThatCannotBeRead) {
     const Desk desk;
-    expectFailure(desk.run("--script nothing true"), "cannot read the script nothing: No such file or directory");
-    expectFailure(desk.run("--script assets true"), "cannot read the script assets: Is a directory");
+    expectFailure(
+        desk.run("--script nothing true"),
+        "cannot read the script nothing: No such file or directory; check its name and its rights");
+    expectFailure(
+        desk.run("--script assets true"),
+        "cannot read the script assets: Is a directory; check its name and its rights");
     desk.write("secret", "tap 1 1\n");
     fs::permissions(desk.file("secret"), fs::perms::none);
     fs::remove_all(desk.file("state")); // the one just made is root's
     const std::string user = asOrdinaryUser(desk);
-    expectFailure(desk.run("--script secret true", user), "cannot read the script secret: Permission denied");
+    expectFailure(
+        desk.run("--script secret true", user),
+        "cannot read the script secret: Permission denied; check its name and its rights");
 }
 
 TEST(Failure, OfAProgramThatIsNone) {
@@ -192,7 +198,7 @@ TEST(Failure, OfAPictureOnAFullDisk) {
     desk.write("program", "echo x >" + desk.file("disk/filler") + "; exec '" OSTREL_PROBE "' follow 1\n");
     expectFailure(
         desk.run("--script script sh \"$PWD/program\"", withSmallDisk(desk, "disk", 4)),
-        "script:1: cannot write disk/page.png: No space left on device", 1);
+        "script:1: cannot write disk/page.png: No space left on device; make room", 1);
     EXPECT_EQ(contentOf(desk.file("left")), "filler\n");
 }
 

@@ -85,7 +85,9 @@ TEST_F(Results, ThatCannotBeWrittenAreRefusedBeforeTheProgramStarts) {
     const Told run = desk.run("--headless --junit missing/j.xml sh -c 'echo started'");
     EXPECT_EQ(run.status, 125);
     EXPECT_EQ(run.output, "");
-    EXPECT_EQ(run.errors, "ostrel-sim: cannot write the test results missing/j.xml: No such file or directory\n");
+    EXPECT_EQ(
+        run.errors, "ostrel-sim: cannot write the test results missing/j.xml: No such file or directory; make its "
+                    "directory first\n");
 }
 
 } // namespace

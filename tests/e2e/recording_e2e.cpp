@@ -177,7 +177,9 @@ TEST(Recording, ThatCannotBeMadeIsRefusedBeforeTheProgramStarts) {
     const Desk desk;
     const Told missing = desk.run("--web --record missing/t '" OSTREL_PROBE "' follow 1");
     EXPECT_EQ(missing.status, 125);
-    EXPECT_EQ(missing.errors, "ostrel-sim: cannot write the recording missing/t: No such file or directory\n");
+    EXPECT_EQ(
+        missing.errors,
+        "ostrel-sim: cannot write the recording missing/t: No such file or directory; make its directory first\n");
     desk.write("script", "quit\n");
     const Told both = desk.run("--record t --script script true");
     EXPECT_EQ(both.status, 2);

@@ -108,7 +108,9 @@ TEST(Ending, SaysWhatIsMissingOnTheMachine) {
         "ostrel-sim: cannot find the assets that become /ostrel in /nowhere; that is what $OSTREL_ASSETS names\n");
     const Told noScript = desk.run("--script nothing true");
     EXPECT_EQ(noScript.status, 125);
-    EXPECT_EQ(noScript.errors, "ostrel-sim: cannot read the script nothing: No such file or directory\n");
+    EXPECT_EQ(
+        noScript.errors,
+        "ostrel-sim: cannot read the script nothing: No such file or directory; check its name and its rights\n");
 }
 
 } // namespace

@@ -64,8 +64,8 @@ TEST(Junit, RefusesAFileThatCannotBeWritten) {
         FAIL();
     } catch (const Failure& failure) {
         EXPECT_EQ(
-            failure.what(),
-            "cannot write the test results " + directory.file("missing/j.xml") + ": No such file or directory");
+            failure.what(), "cannot write the test results " + directory.file("missing/j.xml") +
+                                ": No such file or directory; make its directory first");
     }
     EXPECT_THROW(JunitFile("/dev/full").write("x"), Failure);
 }

@@ -33,7 +33,8 @@ TEST(PictureFile, ThatCannotBeWrittenIsToldOf) {
         savePicture(name, Picture(76800));
         FAIL() << "written";
     } catch (const Failure& failure) {
-        EXPECT_EQ(failure.what(), "cannot write " + name + "-1.png: No such file or directory");
+        EXPECT_EQ(
+            failure.what(), "cannot write " + name + "-1.png: No such file or directory; make its directory first");
     }
     // The name can be taken, but the picture beside it cannot be written.
     std::filesystem::create_directories(directory.file("gallery-1.png.part"));

@@ -98,8 +98,8 @@ TEST_F(RecordingTest, ThatCannotBeWrittenIsRefused) {
         FAIL();
     } catch (const Failure& failure) {
         EXPECT_EQ(
-            failure.what(),
-            "cannot write the recording " + directory.file("missing/script") + ": No such file or directory");
+            failure.what(), "cannot write the recording " + directory.file("missing/script") +
+                                ": No such file or directory; make its directory first");
     }
 }
 

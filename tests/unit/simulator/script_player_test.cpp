@@ -123,7 +123,9 @@ TEST_F(ScriptPlayerTest, GivesUpOnAProgramThatNeverAsks) {
 TEST_F(ScriptPlayerTest, NamesTheLineOfAPictureThatCannotBeSaved) {
     play("wait 0\nshot " + directory.file("missing/a.png"));
     settle();
-    EXPECT_EQ(end, "ended: t:2: cannot write " + directory.file("missing/a.png") + ": No such file or directory");
+    EXPECT_EQ(
+        end, "ended: t:2: cannot write " + directory.file("missing/a.png") +
+                 ": No such file or directory; make its directory first");
 }
 
 TEST_F(ScriptPlayerTest, FailsWhenTheProgramEndsTooEarly) {

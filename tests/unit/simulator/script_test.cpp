@@ -118,7 +118,8 @@ TEST(Script, IsReadFromItsFile) {
         FAIL();
     } catch (const Failure& failure) {
         EXPECT_EQ(
-            failure.what(), "cannot read the script " + directory.file("missing") + ": No such file or directory");
+            failure.what(), "cannot read the script " + directory.file("missing") +
+                                ": No such file or directory; check its name and its rights");
         EXPECT_EQ(failure.status, 125);
     }
     EXPECT_THROW(readScript(directory.path), Failure);
