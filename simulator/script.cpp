@@ -188,7 +188,8 @@ class Parser {
 } // namespace
 
 Script parseScript(const std::string& name, const std::string& text) {
-    return Parser(name).parse(text);
+    constexpr const char* BYTE_ORDER_MARK = "\xEF\xBB\xBF"; // some editors begin a file of UTF-8 with it
+    return Parser(name).parse(text.compare(0, 3, BYTE_ORDER_MARK) == 0 ? text.substr(3) : text);
 }
 
 Script readScript(const std::string& file) {

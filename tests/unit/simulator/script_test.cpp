@@ -46,6 +46,14 @@ TEST(Script, ReadsEveryCommand) {
     EXPECT_EQ(script.commands[6].line, 9);
 }
 
+TEST(Script, MayBeginWithAByteOrderMark) {
+    const Script script = parseScript("t", "\xEF\xBB\xBFtap 1 2\nquit\n");
+    ASSERT_EQ(script.commands.size(), 2U);
+    EXPECT_EQ(script.commands[0].source, "tap 1 2");
+    EXPECT_EQ(parseScript("t", "\xEF\xBB\xBF").commands.size(), 0U);
+    EXPECT_NE(refusal("\xEF\xBBtap 1 2"), "accepted");
+}
+
 TEST(Script, ReadsExpectations) {
     const Script script = parseScript(
         "t", "expect a.png\nexpect-dark\nexpect-setting 2 Name Living room\nexpect-setting 1 PIN\n"
