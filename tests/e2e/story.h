@@ -67,12 +67,6 @@ class Story {
         return *this;
     }
     Story& shot(const std::string& name) { return say("shot " + name + ".png"); }
-    Story& hold(const Point& at, const std::string& name) {
-        say("press " + std::to_string(at.x) + " " + std::to_string(at.y));
-        say("wait 100");
-        shot(name);
-        return say("release");
-    }
     Story& say(const std::string& command) {
         text += command + "\n";
         return *this;
