@@ -133,6 +133,19 @@ TEST_F(WindowTest, IsDarkWhileThePanelIs) {
     EXPECT_EQ(run.output(), "down 10 20\nup\ndown 20 20\nup\n");
 }
 
+TEST_F(WindowTest, RecordsWhatIsClickedForAScript) {
+    WindowedRun run(desktop, "--window --record clicks.touch " + PROBE + "follow 9");
+    ASSERT_TRUE(isShown());
+    desktop.click(30, 60);
+    EXPECT_TRUE(run.says("down 10 20\nup\n"));
+    desktop.closeWindow();
+    EXPECT_EQ(run.status(), 0);
+    const Told told = run.desk.run("--script clicks.touch " + PROBE + "follow 9");
+    EXPECT_EQ(told.errors, "");
+    EXPECT_EQ(told.status, 0);
+    EXPECT_EQ(told.output, "down 10 20\nup\n");
+}
+
 // The program is another one, the router the same: what was set and not committed is still there.
 TEST_F(WindowTest, RestartsTheProgramAndKeepsTheSettings) {
     const WindowedRun run(
