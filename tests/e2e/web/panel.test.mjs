@@ -63,8 +63,11 @@ test('is seen whole in a window that is smaller than the panel', async (t) => {
   const page = await openPanel(t, browser.context, simulated);
   await page.setViewportSize({ width: 300, height: 200 });
   await page.waitForSelector('#screen.shrunk');
-  const box = await page.locator('#screen canvas').boundingBox();
-  assert.ok(box.x >= 0 && box.y >= 0 && box.x + box.width <= 300, JSON.stringify(box));
+  let box;
+  await until(async () => {
+    box = await page.locator('#screen canvas').boundingBox();
+    return box.x >= 0 && box.y >= 0 && box.x + box.width <= 300;
+  }, 'the panel has shrunk into the window');
   const line = await page.locator('footer').boundingBox();
   assert.ok(line.y >= box.y + box.height && line.y + line.height <= 200, JSON.stringify(line));
   if (process.env.PICTURES)
