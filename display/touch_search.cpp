@@ -41,7 +41,7 @@ void calibrate(TouchDevice& device, const char* text) {
 }
 
 void setPatience(TouchDevice& device, const char* text) {
-    constexpr long MOST_MS = 24 * 3600 * 1000;
+    constexpr long MOST_MS = 24L * 3600 * 1000;
     if (text == nullptr || *text == '\0')
         return;
     char* end = nullptr;

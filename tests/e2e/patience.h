@@ -7,7 +7,7 @@
 #include <functional>
 #include <unistd.h>
 
-constexpr int PATIENCE_S = 120;
+constexpr int64_t PATIENCE_S = 120;
 
 // Looks every few milliseconds whether `isSo`.
 inline bool soon(const std::function<bool()>& isSo) {
