@@ -27,7 +27,6 @@ constexpr struct {
     {SDL_HINT_NO_SIGNAL_HANDLERS, "1"},
     {SDL_HINT_TOUCH_MOUSE_EVENTS, "0"},
     {SDL_HINT_MOUSE_TOUCH_EVENTS, "0"},
-    {SDL_HINT_FRAMEBUFFER_ACCELERATION, "0"},
 };
 
 std::string variable(const char* name) {
@@ -40,12 +39,6 @@ std::string driversForDisplays() {
     const std::string x11 = variable("DISPLAY").empty() ? "" : "x11";
     const std::string wayland = variable("WAYLAND_DISPLAY").empty() ? "" : "wayland";
     return x11 + (x11.empty() || wayland.empty() ? "" : ",") + wayland;
-}
-
-std::string displayNames() {
-    const std::string x11 = variable("DISPLAY");
-    const std::string wayland = variable("WAYLAND_DISPLAY");
-    return x11 + (x11.empty() || wayland.empty() ? "" : " or ") + wayland;
 }
 
 // X gives no other choice than to end here; everything in the view ends with this process.
@@ -74,6 +67,9 @@ SdlDisplay::SdlDisplay() {
     const bool isUp = SDL_InitSubSystem(SDL_INIT_VIDEO) == 0;
     const char* driver = SDL_GetCurrentVideoDriver();
     if (isUp && showsWindows(driver)) {
+        // On X the picture travels through shared memory; SDL draws on Wayland with textures only.
+        if (strcmp(driver, "x11") == 0)
+            SDL_SetHint(SDL_HINT_FRAMEBUFFER_ACCELERATION, "0");
         XSetIOErrorHandler(endWithoutDisplay);
         SDL_StopTextInput(); // keys are keys here, no matter which input method the desktop has
         return;
@@ -83,12 +79,18 @@ SdlDisplay::SdlDisplay() {
         SDL_QuitSubSystem(SDL_INIT_VIDEO);
     if (!variable("SDL_VIDEODRIVER").empty())
         throw Failure("SDL_VIDEODRIVER=" + found + " shows no windows here; unset it, or" + (WAY_OUT + 1));
-    throw Failure("cannot open a window on the display " + displayNames() + WAY_OUT);
+    throw Failure("cannot open a window on the display " + names() + WAY_OUT);
 }
 
 SdlDisplay::~SdlDisplay() {
     SDL_QuitSubSystem(SDL_INIT_VIDEO);
     SDL_Quit();
+}
+
+std::string SdlDisplay::names() {
+    const std::string x11 = variable("DISPLAY");
+    const std::string wayland = variable("WAYLAND_DISPLAY");
+    return x11 + (x11.empty() || wayland.empty() ? "" : " or ") + wayland;
 }
 
 Extent SdlDisplay::usableScreen() {

@@ -5,6 +5,7 @@
 #include "simulator/window/placement.h"
 
 #include <SDL.h>
+#include <string>
 
 namespace ostrel {
 
@@ -15,6 +16,9 @@ class SdlDisplay {
     ~SdlDisplay();
     SdlDisplay(const SdlDisplay&) = delete;
     SdlDisplay& operator=(const SdlDisplay&) = delete;
+
+    // As the environment names what is tried.
+    static std::string names();
 
     // What the desktop leaves to windows, in the units of window sizes.
     static Extent usableScreen();

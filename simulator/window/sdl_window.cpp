@@ -31,6 +31,8 @@ WindowHandle openWindow(const std::string& title) {
         SDL_WINDOW_RESIZABLE | SDL_WINDOW_ALLOW_HIGHDPI));
     if (!window)
         throw Failure(std::string("cannot open a window: ") + SDL_GetError() + "; use --web or --headless");
+    if (SDL_GetWindowSurface(window.get()) == nullptr)
+        throw Failure("cannot draw in a window on the display " + SdlDisplay::names() + "; use --web or --headless");
     SDL_SetWindowMinimumSize(window.get(), PANEL_WIDTH, PANEL_HEIGHT);
     return window;
 }

@@ -13,9 +13,13 @@
 class WindowedRun {
   public:
     // `words` stand between --state and the end of the shell's command; `assets` is what becomes /ostrel.
-    WindowedRun(const XDesktop& desktop, const std::string& words, const std::string& assets = "") {
-        const std::string command = "cd '" + desk.directory.path + "' && DISPLAY=" + desktop.name() +
-                                    " OSTREL_ASSETS='" + (assets.empty() ? desk.file("assets") : assets) +
+    WindowedRun(const XDesktop& desktop, const std::string& words, const std::string& assets = "")
+        : WindowedRun("DISPLAY=" + desktop.name(), words, assets) {}
+
+    // On the display that `environment` names, in a shell's words.
+    WindowedRun(const std::string& environment, const std::string& words, const std::string& assets = "") {
+        const std::string command = "cd '" + desk.directory.path + "' && " + environment + " OSTREL_ASSETS='" +
+                                    (assets.empty() ? desk.file("assets") : assets) +
                                     "' exec '" OSTREL_SIM "' --state '" + desk.file("state") + "' " + words + " >'" +
                                     desk.file("output") + "' 2>'" + desk.file("errors") + "'";
         pid = fork();
