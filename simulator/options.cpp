@@ -90,7 +90,7 @@ constexpr Option OPTIONS[] = {
         [](Options& o, const std::string& value) { o.state = value; }},
     {"State",  "fresh",    Value::None,     "",          "begin with factory settings and an empty flash",
         [](Options& o, const std::string& /*value*/) { o.fresh = true; }},
-    {"Other",  "verbose",  Value::None,     "",          "show what the program asks of its devices",
+    {"Other",  "verbose",  Value::None,     "",          "show what is asked of devices, and what takes long",
         [](Options& o, const std::string& /*value*/) { o.verbose = true; }},
     {"Other",  "help",     Value::None,     "",          "show this help and exit",
         [](Options& o, const std::string& /*value*/) { o.help = true; }},
@@ -206,7 +206,8 @@ std::string helpText() {
         line.resize(std::max(line.size() + 1, HELP_COLUMN), ' ');
         text += line + option.help + "\n";
     }
-    return text + "\nExit status: the program's; 128 + N when signal N ended it; 1 when the script\n"
+    return text + "\nWindow: F12 saves a picture, Ctrl+R restarts the program, closing ends it.\n"
+                  "Exit status: the program's; 128 + N when signal N ended it; 1 when the script\n"
                   "failed; 125 when the simulator could not run the program. More: man ostrel-sim\n";
 }
 
