@@ -120,8 +120,10 @@ void retext() {
     showFields();
 }
 
+// What is no PIN was stored by others. Nobody could type it as the current one, and it opens no lock.
 void open() {
-    change = PinChange(readSetting(setting::PIN));
+    const std::string stored = readSetting(setting::PIN);
+    change = PinChange(isPin(stored) ? stored : "");
     showFields();
 }
 

@@ -75,6 +75,21 @@ TEST_F(PinPage, AsksForTheCurrentPinFirst) {
     EXPECT_EQ(fakeSettings().committed[1]["PIN"], "2580");
 }
 
+TEST_F(PinPage, ReplacesWhatThePadCannotTypeWithoutAskingForIt) {
+    for (const char* const pin : {"12ab", "258", "25800"}) {
+        open(pin);
+        EXPECT_NE(fields().find("\"Current PIN\tnone\""), std::string::npos) << pin;
+        touchCurrent();
+        EXPECT_FALSE(isTyping()) << pin;
+        touchNew();
+        typeInstead(L"2580");
+        touchRepeated();
+        typeInstead(L"2580");
+        EXPECT_EQ(fakeSettings().committed[1]["PIN"], "2580") << pin;
+        EXPECT_EQ(&shownPage(), &screenPage) << pin;
+    }
+}
+
 TEST_F(PinPage, MasksWhatWasEntered) {
     open("1357");
     touchCurrent();
