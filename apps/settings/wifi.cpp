@@ -100,8 +100,16 @@ void toggleShow() {
     drawChange();
 }
 
+// The drafts were checked in their entries, but others store settings, too.
+const char* wrongWithDrafts() {
+    const char* const wrong = wrongWithWifiName(batch.get(setting::WIFI_NAME));
+    if (wrong != nullptr || isOpenNetwork())
+        return wrong;
+    return wrongWithWifiPassword(batch.get(setting::WIFI_PASSWORD));
+}
+
 void save() {
-    const char* const wrong = isOpenNetwork() ? nullptr : wrongWithWifiPassword(batch.get(setting::WIFI_PASSWORD));
+    const char* const wrong = wrongWithDrafts();
     if (wrong != nullptr)
         refuse(wrong);
     else if (!batch.store())

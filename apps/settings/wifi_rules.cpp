@@ -3,6 +3,8 @@
 #include <algorithm>
 
 const char* wrongWithWifiName(const std::string& name) {
+    if (name.empty())
+        return "wifi_no_name";
     return name.size() > WIFI_NAME_BYTES ? "wifi_name_long" : nullptr;
 }
 

@@ -11,7 +11,7 @@ enum : int {
     WIFI_PASSWORD_MOST = 63,
 };
 
-// Of a name that is not empty.
+// Of a network's name: 1 to 32 bytes.
 const char* wrongWithWifiName(const std::string& name);
 
 // Of the password of a network that has one: 8 to 63 printable ASCII characters.

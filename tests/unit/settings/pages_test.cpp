@@ -107,6 +107,34 @@ TEST_F(WifiPage, RefusesANameOfMoreThan32BytesInItsEntry) {
     EXPECT_EQ(fakeSettings().committed[1]["WifiName"], "αααααααααααααααα");
 }
 
+TEST_F(WifiPage, StoresNoNetworkWhoseNameOthersGotWrong) {
+    const std::pair<const char*, const char*> refusals[] = {
+        {"", "drawText(\"The network has\", 130, 80, 130, 1, 0, 17, 65535, 1)\n"
+             "drawText(\"no name. Please\", 130, 100, 130, 1, 0, 17, 65535, 1)\n"
+             "drawText(\"enter one.\", 130, 120, 130, 1, 0, 17, 65535, 1)\n"},
+        {"123456789012345678901234567890123", "drawText(\"Name too long:\", 130, 80, 130, 1, 0, 17, 65535, 1)\n"
+                                              "drawText(\"letters such as é\", 130, 100, 130, 1, 0, 17, 65535, 1)\n"
+                                              "drawText(\"count twice.\", 130, 120, 130, 1, 0, 17, 65535, 1)\n"},
+    };
+    for (const auto& [name, refusal] : refusals) {
+        fakeSettings().working[1]["WifiName"] = name;
+        fakeSettings().committed = fakeSettings().working;
+        showPage(wifiPage);
+        chooseOpen();
+        display().calls.clear();
+        tapAwayNext();
+        touchSave();
+        EXPECT_EQ(said(), refusal) << name;
+        EXPECT_EQ(fakeSettings().working, fakeSettings().committed) << name;
+        touchName();
+        typeInstead(L"Home");
+        touchSave();
+        EXPECT_EQ(fakeSettings().committed[1]["WifiName"], "Home");
+        EXPECT_EQ(fakeSettings().committed[1]["WifiSecurity"], "open");
+        fakeSettings().working[1]["WifiSecurity"] = "wpa2";
+    }
+}
+
 TEST_F(WifiPage, AsksBeforeChangesAreLost) {
     switchShow();
     pressBack();

@@ -20,7 +20,8 @@ std::string network(const char* address, const char* mask, const char* gateway) 
     return refusal != nullptr ? refusal : "right";
 }
 
-TEST(WifiName, HasAtMost32BytesHoweverManyLettersTheyAre) {
+TEST(WifiName, Has1To32BytesHoweverManyLettersTheyAre) {
+    EXPECT_EQ(name(""), "wifi_no_name");
     EXPECT_EQ(name("O"), "right");
     EXPECT_EQ(name(std::string(32, 'x')), "right");
     EXPECT_EQ(name(std::string(33, 'x')), "wifi_name_long");
