@@ -6,7 +6,11 @@
 
 #include <cstdlib>
 
+bool darkens(const std::string& timeout) {
+    const long seconds = std::strtol(timeout.c_str(), nullptr, 10);
+    return seconds > 0 && seconds < std::strtol(NEVER_SECONDS, nullptr, 10);
+}
+
 void followTimeout() {
-    const long seconds = std::strtol(readSetting(setting::SCREEN_TIMEOUT).c_str(), nullptr, 10);
-    cntEn = seconds > 0 && seconds < std::strtol(NEVER_SECONDS, nullptr, 10) ? 1 : 0;
+    cntEn = darkens(readSetting(setting::SCREEN_TIMEOUT)) ? 1 : 0;
 }

@@ -67,24 +67,35 @@ void chooseTimeout() {
 }
 
 // Nobody could open the lock again otherwise.
-bool canBeLocked() {
+const char* wrongWithLock() {
     if (!hasPin())
-        return refuse("screen_no_pin");
-    return lockHandler != nullptr || refuse("screen_no_lock");
+        return "screen_no_pin";
+    return lockHandler == nullptr ? "screen_no_lock" : nullptr;
 }
 
 void toggleLock() {
     const bool isOn = widgets[LOCK].record.selected != 0;
-    if (!isOn || canBeLocked()) {
+    const char* const wrong = isOn ? wrongWithLock() : nullptr;
+    if (wrong == nullptr) {
         batch.setOn(setting::SCREEN_LOCK, isOn);
         drawSave();
     } else {
+        widgets[LOCK].setSelected(0); // it stays in sight beside the message
+        widgets[LOCK].draw();
+        refuse(wrong);
         redrawPage();
     }
 }
 
+// The lock begins when the screen goes dark. Whoever switches it on should not believe in one that never does.
+bool isLockInVain() {
+    return batch.isOn(setting::SCREEN_LOCK) && !darkens(batch.get(setting::SCREEN_TIMEOUT));
+}
+
 void save() {
-    if (!batch.store())
+    if (isLockInVain())
+        refuse("screen_lock_never");
+    else if (!batch.store())
         refuse("common_failed");
     followTimeout();
     redrawPage();

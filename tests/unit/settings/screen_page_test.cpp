@@ -114,6 +114,45 @@ TEST_F(ScreenPage, RefusesTheLockWithoutAPinOfFourDigits) {
     }
 }
 
+TEST_F(ScreenPage, ShowsTheRefusedLockSwitchedOffBesideTheMessage) {
+    tapAwayNext();
+    toggleLock();
+    const std::string drawn = callsWith({"\"Screen lock with PIN\"", "\"There is no PIN\""});
+    const size_t off = drawn.find("selected 0 \"Screen lock with PIN\"");
+    EXPECT_LT(off, drawn.find("\"There is no PIN\"")) << drawn;
+}
+
+TEST_F(ScreenPage, RefusesALockThatWouldNeverBegin) {
+    const std::string refusal = "drawText(\"A screen that\", 130, 80, 130, 1, 0, 17, 65535, 1)\n"
+                                "drawText(\"never goes dark\", 130, 100, 130, 1, 0, 17, 65535, 1)\n"
+                                "drawText(\"is never locked.\", 130, 120, 130, 1, 0, 17, 65535, 1)\n";
+    fakeSettings().working[1]["PIN"] = "2580";
+    fakeSettings().committed = fakeSettings().working;
+    const std::vector<std::vector<void (*)()>> ways = {{toggleLock, chooseNever}, {chooseNever, toggleLock}};
+    for (const std::vector<void (*)()>& way : ways) {
+        open();
+        for (void (*const step)() : way)
+            step();
+        display().calls.clear();
+        tapAwayNext();
+        touchSave();
+        EXPECT_EQ(said(), refusal);
+        EXPECT_EQ(fakeSettings().working, fakeSettings().committed);
+        EXPECT_EQ(
+            chosen(), "drawWidget(type 3 at 212,105 100x36 selected 1 \"Never\")\n"
+                      "drawWidget(type 4 at 8,149 304x40 selected 1 \"Screen lock with PIN\")\n");
+    }
+    choose30Seconds();
+    touchSave();
+    EXPECT_EQ(fakeSettings().committed[1]["ScreenLock"], "1");
+    EXPECT_EQ(fakeSettings().committed[2]["ScreenTimeout"], "30");
+    chooseNever();
+    toggleLock();
+    touchSave();
+    EXPECT_EQ(fakeSettings().committed[1]["ScreenLock"], "0");
+    EXPECT_EQ(fakeSettings().committed[2]["ScreenTimeout"], "31536000");
+}
+
 TEST_F(ScreenPage, RefusesTheLockWhereNobodyWouldDrawThePageAgain) {
     fakeSettings().working[1]["PIN"] = "2580";
     open();
