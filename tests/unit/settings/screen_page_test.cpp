@@ -159,7 +159,7 @@ TEST_F(ScreenPage, RefusesTheLockWhereNobodyWouldDrawThePageAgain) {
     setLockHandler(nullptr);
     tapAwayNext();
     toggleLock();
-    EXPECT_NE(said().find("\"Nothing here can\""), std::string::npos);
+    EXPECT_NE(said().find("\"The screen lock\""), std::string::npos);
     EXPECT_EQ(chosen().find("Screen lock"), std::string::npos);
 }
 
