@@ -111,7 +111,7 @@ void PageWalk::copy(const std::string& from, const std::string& to) {
     }
 }
 
-void PageWalk::duringSleep(unsigned long us) {
+void PageWalk::duringSleep(uint64_t us) {
     if (fakeSleep().sleptUs > TOO_LONG_US)
         throw WaitsForEver{};
     if (us != MODAL_LOOKS_US)

@@ -39,7 +39,7 @@ class PageWalk : public testing::Test {
     void speakEverywhere();
     std::string spokenLanguage;
     std::string spoken; // its file
-    void duringSleep(unsigned long us);
+    void duringSleep(uint64_t us);
     void copy(const std::string& from, const std::string& to);
     std::map<std::string, std::string> flash; // by path
     bool isPenDown = false;
